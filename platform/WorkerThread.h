@@ -1,0 +1,37 @@
+#pragma once
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+namespace platform {
+
+// Base of the worker threads. A worker loops until TestDestroy() says so; Delete() asks it to
+// stop, wakes it from its pause and waits for it to end. A derived class calls Delete() in its
+// own destructor, while its Entry() can still run safely.
+class WorkerThread {
+public:
+    WorkerThread() = default;
+    WorkerThread(const WorkerThread&) = delete;
+    WorkerThread& operator=(const WorkerThread&) = delete;
+    virtual ~WorkerThread();
+
+    bool Run();
+    void Delete();
+    bool TestDestroy() const { return stop_.load(std::memory_order_acquire); }
+    bool IsRunning() const { return running_.load(std::memory_order_acquire); }
+
+protected:
+    virtual void Entry() = 0;
+    // Pauses for up to the given time; returns false at once when a stop was asked.
+    bool Pause(int milliseconds);
+
+private:
+    std::thread thread_;
+    std::atomic<bool> stop_{false};
+    std::atomic<bool> running_{false};
+    std::mutex wake_mutex_;
+    std::condition_variable wake_;
+};
+
+}  // namespace platform
