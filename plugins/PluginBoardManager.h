@@ -1,0 +1,12 @@
+#pragma once
+#include "PluginManager.h"
+#include "corvane/BoardPlugin.h"
+
+class PluginBoardManager : public PluginManager<BoardPlugin> {
+public:
+    PluginBoardManager();
+    int LoadPlugin() { return Scan(); }
+    BoardPlugin* CreaBoardPlugin(const std::string& libraryName) { return Create(libraryName); }
+    // The prototype whose shown name is guiName, or null.
+    BoardPlugin* FindByGuiName(const std::string& guiName) const;
+};

@@ -1,0 +1,12 @@
+#pragma once
+#include "PluginManager.h"
+#include "corvane/LPRPlugin.h"
+
+class PluginLPRManager : public PluginManager<LPRPlugin> {
+public:
+    PluginLPRManager();
+    int InitList() { return Scan(); }
+    // Called by each region's thread as it starts; only reads the list.
+    LPRPlugin* GetLPRPlugin(const std::string& libraryName) { return Create(libraryName); }
+    LPRPlugin* FindByLibName(const std::string& libraryName) const;
+};
