@@ -1,0 +1,16 @@
+#pragma once
+#include <string>
+
+// Site and database settings of a project.
+struct PlaceSettings {
+    int placeid = 0;
+    std::string placename;
+    std::string placedbip;
+    std::string placedbname;
+    std::string placedbusername;
+    std::string placedbpassword;  // held and stored in clear text
+    int uselocaldb = 1;
+    int syncrotime = 5;
+    int dbstorage = 5;
+    bool whitelist = false;
+};

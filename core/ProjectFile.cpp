@@ -1,0 +1,85 @@
+#include "ProjectFile.h"
+
+#include <mutex>
+
+#include "Project.h"
+#include "corvane/TagText.h"
+#include "platform/CodePage.h"
+#include "platform/FileSystem.h"
+
+namespace {
+
+// A present key sets the value; an absent one keeps it or takes the default.
+void ReadText(const std::string& text, const char* key, std::string& value) {
+    size_t begin = 0;
+    size_t end = 0;
+    if (FindTag(text, key, begin, end))
+        value = text.substr(begin, end - begin);
+}
+
+void ReadNumber(const std::string& text, const char* key, int& value, bool hasDefault,
+                int fallback) {
+    size_t begin = 0;
+    size_t end = 0;
+    if (FindTag(text, key, begin, end))
+        value = AtoI(text.substr(begin, end - begin));
+    else if (hasDefault)
+        value = fallback;
+}
+
+}  // namespace
+
+std::string ProjectFileText(const Project& project) {
+    const PlaceSettings& place = project.place;
+    std::string text;
+    TagOpen("PROJECT", text);
+    TagString("VERSION", "1", text);
+    TagString("PRJNAME", project.prjname, text);
+    TagString("PRJDIR", project.prjdir, text);
+    TagInt("PLACEID", place.placeid, text);
+    TagString("PLACENAME", place.placename, text);
+    TagString("PLACEDBIP", place.placedbip, text);
+    TagString("PLACEDBNAME", place.placedbname, text);
+    TagString("PLACEDBUSERNAME", place.placedbusername, text);
+    TagString("PLACEDBPASSWORD", place.placedbpassword, text);
+    TagInt("USELOCALDB", place.uselocaldb, text);
+    TagInt("SYNCROTIME", place.syncrotime, text);
+    TagInt("DBSTORAGE", place.dbstorage, text);
+    TagString("WHITELIST", place.whitelist ? "Yes" : "No", text);
+    TagClose("PROJECT", text);
+    return text;
+}
+
+bool WriteProjectFile(const std::string& path, const Project& project) {
+    return platform::WriteWholeFile(path, ProjectFileText(project));
+}
+
+void ParseProjectSettings(const std::string& raw, Project& project) {
+    std::string text = raw;
+    if (text.compare(0, 3, "\xEF\xBB\xBF") == 0)
+        text.erase(0, 3);
+    // A file saved by an editor in the 8-bit code page still loads, with its letters intact.
+    if (!platform::IsValidUtf8(text))
+        text = platform::AnsiToUtf8(text);
+
+    std::lock_guard<std::mutex> lock(project.settingsmutex);
+    PlaceSettings& place = project.place;
+    ReadText(text, "PLACENAME", place.placename);
+    ReadNumber(text, "PLACEID", place.placeid, false, 0);
+    ReadText(text, "PLACEDBIP", place.placedbip);
+    ReadText(text, "PLACEDBNAME", place.placedbname);
+    ReadText(text, "PLACEDBUSERNAME", place.placedbusername);
+    ReadText(text, "PLACEDBPASSWORD", place.placedbpassword);
+    ReadNumber(text, "USELOCALDB", place.uselocaldb, true, 1);
+    ReadNumber(text, "SYNCROTIME", place.syncrotime, true, 5);
+    ReadNumber(text, "DBSTORAGE", place.dbstorage, true, 5);
+    place.whitelist = GetTagString(text, "WHITELIST") == "Yes";
+}
+
+bool LoadProjectSettings(const std::string& path, Project& project) {
+    std::string text;
+    if (platform::ReadWholeFile(path, text, kMaxProjectFileSize) != platform::ReadResult::Ok)
+        return false;
+    ParseProjectSettings(text, project);
+    return true;
+}

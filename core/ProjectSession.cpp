@@ -1,0 +1,229 @@
+#include "ProjectSession.h"
+
+#include <mutex>
+
+#include "Project.h"
+#include "ProjectFile.h"
+#include "platform/FileSystem.h"
+#include "platform/Log.h"
+#include "platform/Ticks.h"
+
+namespace {
+
+const char* const kComponentFiles[] = {"cameras.dat", "boards.dat", "integrators.dat",
+                                       "lanes.dat",   "triggers.dat", "processors.dat"};
+
+std::string WithSlash(std::string folder) {
+    folder = platform::NativePath(folder);
+    if (folder.empty() || folder.back() != '/')
+        folder += '/';
+    return folder;
+}
+
+}  // namespace
+
+void ProjectSession::SaveProject(const std::string& path) {
+    if (!WriteProjectFile(path, project_))
+        CORVANE_LOG_WARNING("MyFrame::SaveProject", "Cannot save project");
+}
+
+void ProjectSession::SaveAll() {
+    if (platform::SetWorkingDirectory(project_.prjdir)) {
+        project_.SaveComponents();
+        SaveProject(project_.prjname + ".tlr");
+    } else {
+        CORVANE_LOG_WARNING("MyFrame::SaveAll", "Cannot save project");
+    }
+    ReturnToStartDir();
+}
+
+void ProjectSession::OpenProject() {
+    {
+        std::lock_guard<std::mutex> lock(project_.framemutex);
+        project_.viewtick = platform::GetTickCount();
+    }
+    project_.camframes.Clear();
+    project_.roiframes.Clear();
+    {
+        std::lock_guard<std::mutex> lock(project_.selectionmutex);
+        project_.selcamera = -1;
+        project_.selroi = -1;
+    }
+    const std::string projectFile = project_.prjname + ".tlr";
+    if (!LoadProjectSettings(projectFile, project_))
+        host_.ShowMessage("Cannot load project settings");
+    project_.LoadComponents();
+    // The file on disk is brought up to the present format, folder and name at every open.
+    SaveProject(projectFile);
+    host_.RefreshLists();
+    host_.LoadPerspective();
+    ReturnToStartDir();
+    project_.StartLanes();
+    project_.StartBoardThread();
+    if (project_.place.uselocaldb != 0)
+        project_.processorplugins.StartMirrorDB(project_.place.syncrotime,
+                                                project_.place.dbstorage, project_.OpenArgs());
+}
+
+void ProjectSession::SelectFirst() {
+    std::lock_guard<std::mutex> lock(project_.selectionmutex);
+    project_.selcamera = project_.cameras.IsEmpty() ? -1 : project_.cameras[0].id;
+    project_.selroi = project_.lanes.IsEmpty() ? -1 : project_.lanes[0].id;
+}
+
+void ProjectSession::CopyStockFile(const std::string& name, const std::string& to,
+                                   bool overwrite) {
+    const std::string target = WithSlash(to) + name;
+    if (overwrite || !platform::FileExists(target))
+        platform::CopyFileOver(WithSlash(project_.appdir) + name, target);
+}
+
+void ProjectSession::ReturnToStartDir() { platform::SetWorkingDirectory(project_.appdir); }
+
+bool ProjectSession::NewProject(const std::string& folder, const std::string& name) {
+    const std::string directory = WithSlash(WithSlash(folder) + name);
+    if (!platform::MakeDirectory(directory)) {
+        host_.ShowMessage("Cannot create destination directory");
+        return false;
+    }
+    project_.prjname = name;
+    project_.prjdir = directory;
+    project_.prjopen = 1;
+    CopyStockFile("templates.xml", directory, true);
+    CopyStockFile("countrycodes.txt", directory, true);
+    platform::SetWorkingDirectory(directory);
+    SaveProject(name + ".tlr");
+    OpenProject();
+    SelectFirst();
+    host_.SetTitle(std::string(kBanner) + " - " + name);
+    host_.ProjectStateChanged();
+    return true;
+}
+
+bool ProjectSession::LoadProject(const std::string& projectFile) {
+    const std::string directory = WithSlash(platform::DirectoryOf(projectFile));
+    if (!platform::SetWorkingDirectory(directory)) {
+        host_.ShowMessage("Cannot open project");
+        return false;
+    }
+    CopyStockFile("templates.xml", directory, false);
+    CopyStockFile("countrycodes.txt", directory, false);
+    project_.prjname = platform::FileNameWithoutExtension(projectFile);
+    project_.prjdir = directory;
+    host_.SetTitle(std::string(kBanner) + " - " + project_.prjname);
+    OpenProject();
+    SelectFirst();
+    project_.prjopen = 1;
+    host_.ProjectStateChanged();
+    return true;
+}
+
+bool ProjectSession::OpenDownloaded() {
+    project_.prjname = "default";
+    project_.prjdir = "./TempPrj/";
+    host_.SetTitle(std::string(kBanner) + " - default");
+    if (!platform::SetWorkingDirectory(project_.prjdir)) {
+        host_.ShowMessage("Cannot open project");
+        return false;
+    }
+    OpenProject();
+    SelectFirst();
+    project_.prjopen = 1;
+    host_.ProjectStateChanged();
+    return true;
+}
+
+void ProjectSession::SaveCurrent() {
+    if (project_.prjopen == 1)
+        SaveAll();
+}
+
+void ProjectSession::StopWork() {
+    project_.StopBoardThread();
+    project_.StopCameras();
+    project_.StopLanes();
+}
+
+void ProjectSession::RestartWork() {
+    project_.StartLanes();
+    project_.StartBoardThread();
+    project_.PostEvent(ID_CAMERA_BUTTONS, 0);
+}
+
+bool ProjectSession::CloseProject() {
+    if (!host_.AskYesNo("Close Current Project?"))
+        return false;
+    StopWork();
+    if (host_.AskYesNo("Save Changes?"))
+        SaveAll();
+    project_.processorplugins.StopMirrorDB();
+    project_.CloseAll();
+    project_.ClearAll();
+    project_.prjopen = 0;
+    host_.RefreshLists();
+    {
+        std::lock_guard<std::mutex> lock(project_.selectionmutex);
+        project_.selroi = -1;
+        project_.selcamera = -1;
+    }
+    ReturnToStartDir();
+    host_.ProjectStateChanged();
+    return true;
+}
+
+bool ProjectSession::ExportProject(const std::string& chosenFolder) {
+    StopWork();
+    bool exported = false;
+    const std::string destination = WithSlash(WithSlash(chosenFolder) + "project");
+    bool ready = true;
+    if (platform::DirectoryExists(destination)) {
+        ready = host_.AskYesNo("Directory " + destination + " already exists, overwrite?");
+    } else if (!platform::MakeDirectory(destination)) {
+        host_.ShowMessage("Cannot create destination directory");
+        ready = false;
+    }
+    if (ready) {
+        platform::CopyFileOver(WithSlash(project_.prjdir) + "templates.xml",
+                               destination + "templates.xml");
+        platform::CopyFileOver(WithSlash(project_.prjdir) + "countrycodes.txt",
+                               destination + "countrycodes.txt");
+        platform::SetWorkingDirectory(destination);
+        project_.SaveComponents();
+        SaveProject("default.tlr");
+        host_.ShowMessage("Project exported to " + destination);
+        ReturnToStartDir();
+        exported = true;
+    }
+    RestartWork();
+    return exported;
+}
+
+bool ProjectSession::ImportProject(const std::string& projectFile) {
+    if (!host_.AskYesNo("Import project, current cameras and ROI will be deleted, continue?"))
+        return false;
+    if (!platform::FileExists(projectFile)) {
+        host_.ShowMessage("Project file does not exist");
+        return false;
+    }
+    const std::string placename = project_.place.placename;
+    const int placeid = project_.place.placeid;
+    LoadProjectSettings(projectFile, project_);
+    const std::string source = WithSlash(platform::DirectoryOf(projectFile));
+    for (const char* name : kComponentFiles)
+        if (platform::FileExists(source + name))
+            platform::CopyFileOver(source + name, name);
+    project_.place.placename = placename;
+    project_.place.placeid = placeid;
+
+    StopWork();
+    project_.CloseAll();
+    project_.ClearAll();
+    project_.cameraplugins.InitList();
+    project_.boardplugins.LoadPlugin();
+    project_.triggerplugins.LoadPlugin();
+    project_.integratorplugins.LoadPlugin();
+    project_.LoadComponents();
+    host_.RefreshLists();
+    RestartWork();
+    return true;
+}

@@ -1,0 +1,56 @@
+#pragma once
+#include <string>
+
+class Project;
+
+// What a project flow needs from the window: questions, messages and refreshes. The desktop
+// program answers with dialogs; the headless runtime and the tests answer as they are told.
+class ProjectHost {
+public:
+    virtual ~ProjectHost() = default;
+    // A modal Yes/No question under the caption "Warning".
+    virtual bool AskYesNo(const std::string& question) = 0;
+    virtual void ShowMessage(const std::string& message) = 0;
+    virtual void RefreshLists() {}
+    // Restores layout.ini from the working directory, if there is one.
+    virtual void LoadPerspective() {}
+    virtual void SetTitle(const std::string& /*title*/) {}
+    virtual void ProjectStateChanged() {}
+};
+
+// The File flows on the one project: each leaves the working directory at the application
+// folder, whatever happens on the way.
+class ProjectSession {
+public:
+    static constexpr const char* kBanner = "Halvern - Corvane Suite 1.17.2";
+
+    ProjectSession(Project& project, ProjectHost& host) : project_(project), host_(host) {}
+
+    // The project file, written from the model ("Cannot save project" when it cannot be).
+    void SaveProject(const std::string& path);
+    // Components in their save order and the project file, in the project folder.
+    void SaveAll();
+    // Loads the open project's folder (the working directory) and starts its regions.
+    void OpenProject();
+
+    bool NewProject(const std::string& folder, const std::string& name);
+    bool LoadProject(const std::string& projectFile);
+    void SaveCurrent();
+    bool CloseProject();
+    bool ExportProject(const std::string& chosenFolder);
+    bool ImportProject(const std::string& projectFile);
+    // Opens "./TempPrj/" after a completed download, as the project "default".
+    bool OpenDownloaded();
+
+    // Selects the first camera and the first region for the live views.
+    void SelectFirst();
+
+private:
+    void StopWork();
+    void RestartWork();
+    void CopyStockFile(const std::string& name, const std::string& to, bool overwrite);
+    void ReturnToStartDir();
+
+    Project& project_;
+    ProjectHost& host_;
+};
