@@ -1,0 +1,154 @@
+#include <gtest/gtest.h>
+
+#include <deque>
+
+#include "TestSupport.h"
+#include "core/Project.h"
+#include "core/ProjectSession.h"
+#include "corvane/CameraPlugin.h"
+#include "platform/FileSystem.h"
+
+namespace {
+
+// Answers the flow's questions from a script (Yes when it runs out) and keeps its messages.
+class ScriptedHost : public ProjectHost {
+public:
+    std::deque<bool> answers;
+    std::vector<std::string> questions;
+    std::vector<std::string> messages;
+    int refreshes = 0;
+    bool AskYesNo(const std::string& question) override {
+        questions.push_back(question);
+        if (answers.empty())
+            return true;
+        const bool answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    void ShowMessage(const std::string& message) override { messages.push_back(message); }
+    void RefreshLists() override { ++refreshes; }
+};
+
+class Sessions : public ::testing::Test {
+protected:
+    Sessions() {
+        project.appdir = AppDir();
+        platform::SetWorkingDirectory(AppDir());
+    }
+    void AddComponents() {
+        project.EditBracket([this] {
+            Camera camera;
+            camera.name = "Cam";
+            camera.id = project.NewCameraId();
+            {
+                platform::ScopedWorkingDirectory inApp(project.appdir);
+                camera.plugin = project.cameraplugins.CreateCamera("TestCamera");
+            }
+            project.cameras.Add(camera);
+            Lane lane;
+            lane.name = "L1";
+            lane.id = project.NewLaneId();
+            lane.camname = "Cam";
+            project.lanes.Add(lane);
+            project.AddBoard("IO", "TestBoard", "", project.NewBoardId());
+        });
+    }
+
+    TempDir sites;
+    Project project;
+    ScriptedHost host;
+    ProjectSession session{project, host};
+};
+
+}  // namespace
+
+TEST_F(Sessions, AProjectMadeInOneRunOpensAgainInTheNext) {
+    ASSERT_TRUE(session.NewProject(sites.Path(), "Depot"));
+    EXPECT_EQ(project.prjopen, 1);
+    EXPECT_EQ(platform::GetWorkingDirectory(), AppDir());
+    project.place.placename = "North gate";
+    AddComponents();
+    session.SaveCurrent();
+    host.answers = {true, false};  // close: yes; save changes: no (just saved)
+    ASSERT_TRUE(session.CloseProject());
+    EXPECT_EQ(project.prjopen, 0);
+    EXPECT_TRUE(project.cameras.IsEmpty());
+    EXPECT_EQ(project.selcamera, -1);
+
+    Project next;
+    next.appdir = AppDir();
+    ProjectSession reopened(next, host);
+    ASSERT_TRUE(reopened.LoadProject(sites.File("Depot/Depot.tlr")));
+    EXPECT_EQ(next.prjname, "Depot");
+    EXPECT_EQ(next.place.placename, "North gate");
+    ASSERT_EQ(next.cameras.GetCount(), 1u);
+    ASSERT_EQ(next.lanes.GetCount(), 1u);
+    ASSERT_EQ(next.boards.GetCount(), 1u);
+    EXPECT_NE(next.cameras[0].plugin, nullptr);
+    EXPECT_EQ(next.selcamera, next.cameras[0].id);
+    EXPECT_EQ(next.selroi, next.lanes[0].id);
+    EXPECT_NE(next.boardthread, nullptr);
+    EXPECT_EQ(platform::GetWorkingDirectory(), AppDir());
+    next.StopBoardThread();
+}
+
+TEST_F(Sessions, NewNeverMergesIntoAnExistingFolder) {
+    ASSERT_TRUE(platform::MakeDirectory(sites.File("Taken")));
+    EXPECT_FALSE(session.NewProject(sites.Path(), "Taken"));
+    EXPECT_EQ(host.messages, std::vector<std::string>({"Cannot create destination directory"}));
+    EXPECT_EQ(project.prjopen, 0);
+}
+
+TEST_F(Sessions, OpeningRewritesTheProjectFileWithTheNewKeys) {
+    ASSERT_TRUE(platform::MakeDirectory(sites.File("Old")));
+    WriteFileText(sites.File("Old/Old.tlr"), "<PLACENAME>Yard<\\PLACENAME><PRJDIR>C:\\elsewhere\\<\\PRJDIR>");
+    ASSERT_TRUE(session.LoadProject(sites.File("Old/Old.tlr")));
+    const std::string text = ReadFileText(sites.File("Old/Old.tlr"));
+    EXPECT_NE(text.find("<USELOCALDB>1<\\USELOCALDB>"), std::string::npos);
+    EXPECT_NE(text.find("<WHITELIST>No<\\WHITELIST>"), std::string::npos);
+    EXPECT_NE(text.find("<PRJDIR>" + sites.File("Old/") + "<\\PRJDIR>"), std::string::npos);
+    project.StopBoardThread();
+}
+
+TEST_F(Sessions, ExportWritesDefaultTlrWhateverTheProjectIsCalled) {
+    ASSERT_TRUE(session.NewProject(sites.Path(), "Depot"));
+    AddComponents();
+    TempDir target;
+    ASSERT_TRUE(session.ExportProject(target.Path()));
+    EXPECT_TRUE(platform::FileExists(target.File("project/default.tlr")));
+    EXPECT_TRUE(platform::FileExists(target.File("project/lanes.dat")));
+    EXPECT_NE(ReadFileText(target.File("project/default.tlr")).find("<PRJNAME>Depot<\\PRJNAME>"),
+              std::string::npos);
+    // A second export asks before overwriting; No leaves it.
+    host.answers = {false};
+    EXPECT_FALSE(session.ExportProject(target.Path()));
+    EXPECT_NE(host.questions.back().find("already exists, overwrite?"), std::string::npos);
+    EXPECT_NE(project.boardthread, nullptr);  // work restarted either way
+    project.StopBoardThread();
+}
+
+TEST_F(Sessions, ImportReplacesComponentsButKeepsTheSiteIdentity) {
+    ASSERT_TRUE(session.NewProject(sites.Path(), "Source"));
+    project.place.placename = "Source site";
+    project.place.placedbip = "10.9.9.9";
+    AddComponents();
+    TempDir target;
+    ASSERT_TRUE(session.ExportProject(target.Path()));
+    host.answers = {true, false};
+    session.CloseProject();
+
+    TempDir scratch;  // the import copies the component files into the working directory
+    project.appdir = scratch.Path();
+    ASSERT_TRUE(session.NewProject(sites.Path(), "Target"));
+    project.place.placename = "Target site";
+    project.appdir = AppDir();
+    platform::SetWorkingDirectory(scratch.Path());
+    ASSERT_TRUE(session.ImportProject(target.File("project/default.tlr")));
+    EXPECT_EQ(project.place.placename, "Target site");
+    EXPECT_EQ(project.place.placedbip, "10.9.9.9");
+    EXPECT_EQ(project.cameras.GetCount(), 1u);
+    EXPECT_EQ(project.lanes.GetCount(), 1u);
+    EXPECT_FALSE(session.ImportProject(target.File("project/missing.tlr")));
+    EXPECT_EQ(host.messages.back(), "Project file does not exist");
+    project.StopBoardThread();
+}

@@ -1,0 +1,111 @@
+#include "TestSupport.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace fs = std::filesystem;
+
+TempDir::TempDir() {
+    std::string pattern = (fs::temp_directory_path() / "corvane-test-XXXXXX").string();
+    path_ = ::mkdtemp(pattern.data()) ? pattern : std::string();
+    EXPECT_FALSE(path_.empty());
+}
+
+TempDir::~TempDir() {
+    std::error_code ec;
+    fs::permissions(path_, fs::perms::owner_all, fs::perm_options::add, ec);
+    fs::remove_all(path_, ec);
+}
+
+LogCapture::LogCapture() {
+    previous_ = platform::SetLogSink(
+        [this](platform::LogLevel, const platform::LogContext& context, const std::string& text) {
+            messages_.push_back(text);
+            functions_.push_back(context.function);
+        });
+}
+
+LogCapture::~LogCapture() { platform::SetLogSink(previous_); }
+
+bool LogCapture::Contains(const std::string& fragment) const {
+    for (const auto& message : messages_)
+        if (message.find(fragment) != std::string::npos)
+            return true;
+    return false;
+}
+
+Bytes& Bytes::Int(int32_t value) {
+    const auto raw = static_cast<uint32_t>(value);
+    for (int shift = 0; shift < 32; shift += 8)
+        data_.push_back(static_cast<uint8_t>(raw >> shift));
+    return *this;
+}
+
+Bytes& Bytes::Str(const std::string& eightBit) {
+    Int(static_cast<int32_t>(eightBit.size()));
+    data_.insert(data_.end(), eightBit.begin(), eightBit.end());
+    return *this;
+}
+
+Bytes& Bytes::Raw(const std::vector<uint8_t>& raw) {
+    data_.insert(data_.end(), raw.begin(), raw.end());
+    return *this;
+}
+
+std::vector<uint8_t> ReadFileBytes(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::vector<uint8_t>(std::istreambuf_iterator<char>(in), {});
+}
+
+void WriteFileBytes(const std::string& path, const std::vector<uint8_t>& bytes) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+std::string ReadFileText(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+void WriteFileText(const std::string& path, const std::string& text) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out << text;
+}
+
+std::string AppDir() { return TEST_APP_DIR; }
+
+std::string PluginPath(const std::string& kind, const std::string& name) {
+    return AppDir() + "/plugin/" + kind + "/" + name + ".dll";
+}
+
+namespace {
+void* LoadedHandle(const std::string& libraryPath) {
+    return ::dlopen(libraryPath.c_str(), RTLD_NOW | RTLD_NOLOAD);
+}
+}  // namespace
+
+std::string JournalOf(const std::string& libraryPath) {
+    void* handle = LoadedHandle(libraryPath);
+    if (handle == nullptr)
+        return "(not loaded)";
+    using TextFn = const char* (*)();
+    auto text = reinterpret_cast<TextFn>(::dlsym(handle, "TestJournalText"));
+    std::string result = text ? text() : "(no journal)";
+    ::dlclose(handle);
+    return result;
+}
+
+void ClearJournal(const std::string& libraryPath) {
+    void* handle = LoadedHandle(libraryPath);
+    if (handle == nullptr)
+        return;
+    using ClearFn = void (*)();
+    if (auto clear = reinterpret_cast<ClearFn>(::dlsym(handle, "TestJournalClear")))
+        clear();
+    ::dlclose(handle);
+}

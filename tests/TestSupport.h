@@ -1,0 +1,62 @@
+#pragma once
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/Log.h"
+
+// A fresh directory below the system's temporary folder, removed with everything in it.
+class TempDir {
+public:
+    TempDir();
+    ~TempDir();
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+    const std::string& Path() const { return path_; }
+    std::string File(const std::string& name) const { return path_ + "/" + name; }
+
+private:
+    std::string path_;
+};
+
+// Collects the warnings and errors reported while it lives.
+class LogCapture {
+public:
+    LogCapture();
+    ~LogCapture();
+    LogCapture(const LogCapture&) = delete;
+    LogCapture& operator=(const LogCapture&) = delete;
+    const std::vector<std::string>& Messages() const { return messages_; }
+    const std::vector<std::string>& Functions() const { return functions_; }
+    bool Contains(const std::string& fragment) const;
+
+private:
+    platform::LogSink previous_;
+    std::vector<std::string> messages_;
+    std::vector<std::string> functions_;
+};
+
+// Little-endian image of a binary file, built field by field.
+class Bytes {
+public:
+    Bytes& Int(int32_t value);
+    Bytes& Str(const std::string& eightBit);
+    Bytes& Raw(const std::vector<uint8_t>& raw);
+    const std::vector<uint8_t>& Data() const { return data_; }
+
+private:
+    std::vector<uint8_t> data_;
+};
+
+std::vector<uint8_t> ReadFileBytes(const std::string& path);
+void WriteFileBytes(const std::string& path, const std::vector<uint8_t>& bytes);
+std::string ReadFileText(const std::string& path);
+void WriteFileText(const std::string& path, const std::string& text);
+
+// The test application folder with its ./plugin/<kind>/ directories.
+std::string AppDir();
+// Path of a test plug-in library, e.g. PluginPath("board", "TestBoard").
+std::string PluginPath(const std::string& kind, const std::string& name);
+// The call journal of a loaded test plug-in, and its reset.
+std::string JournalOf(const std::string& libraryPath);
+void ClearJournal(const std::string& libraryPath);
