@@ -34,8 +34,8 @@ bool BinaryReader::ReadString(std::string& value) {
     const uint8_t* data = nullptr;
     if (!Take(static_cast<size_t>(length), data))
         return false;
-    value = platform::AnsiToUtf8(std::string(reinterpret_cast<const char*>(data),
-                                             static_cast<size_t>(length)));
+    value = platform::AnsiToUtf8(
+        std::string(reinterpret_cast<const char*>(data), static_cast<size_t>(length)));
     return true;
 }
 

@@ -7,7 +7,7 @@
 // them. Every read is bounded by what the buffer holds: a count, length or size beyond the end
 // fails the read, and once a read failed all further reads fail too.
 class BinaryReader {
-public:
+  public:
     explicit BinaryReader(std::vector<uint8_t> bytes) : bytes_(std::move(bytes)) {}
 
     bool ReadInt(int32_t& value);
@@ -19,7 +19,7 @@ public:
     size_t Position() const { return position_; }
     bool Failed() const { return failed_; }
 
-private:
+  private:
     bool Take(size_t count, const uint8_t*& data);
 
     std::vector<uint8_t> bytes_;
@@ -28,13 +28,13 @@ private:
 };
 
 class BinaryWriter {
-public:
+  public:
     void WriteInt(int32_t value);
     // Converts to the 8-bit code page; the length written is the count of 8-bit characters.
     void WriteString(const std::string& value);
     const std::vector<uint8_t>& Bytes() const { return bytes_; }
 
-private:
+  private:
     std::vector<uint8_t> bytes_;
 };
 

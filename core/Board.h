@@ -13,6 +13,6 @@ struct Board {
 };
 
 class ArrayBoard : public OwningArray<Board> {
-public:
+  public:
     ArrayBoard() : OwningArray("ArrayBoard") {}
 };

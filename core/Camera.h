@@ -26,6 +26,6 @@ struct Camera {
 };
 
 class ArrayCamera : public OwningArray<Camera> {
-public:
+  public:
     ArrayCamera() : OwningArray("ArrayCamera") {}
 };

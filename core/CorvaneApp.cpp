@@ -17,17 +17,17 @@ namespace {
 
 volatile std::sig_atomic_t g_stop = 0;
 
-void OnSignal(int) { g_stop = 1; }
+void OnSignal(int) {
+    g_stop = 1;
+}
 
 class ConsoleHost : public ProjectHost {
-public:
+  public:
     bool AskYesNo(const std::string& question) override {
         std::printf("%s Yes\n", question.c_str());
         return true;
     }
-    void ShowMessage(const std::string& message) override {
-        std::printf("%s\n", message.c_str());
-    }
+    void ShowMessage(const std::string& message) override { std::printf("%s\n", message.c_str()); }
     void SetTitle(const std::string& title) override { std::printf("%s\n", title.c_str()); }
 };
 

@@ -7,12 +7,13 @@
 // whole shared pointers, so a view that falls behind sees an older picture, never a torn one.
 template <typename Picture>
 class FrameRing {
-public:
+  public:
     static constexpr int kSlots = 3;
 
     void Publish(Picture picture) {
         const int slot = next_.load(std::memory_order_relaxed);
-        std::atomic_store_explicit(&slots_[slot], std::make_shared<const Picture>(std::move(picture)),
+        std::atomic_store_explicit(&slots_[slot],
+                                   std::make_shared<const Picture>(std::move(picture)),
                                    std::memory_order_release);
         next_.store(slot == kSlots - 1 ? 0 : slot + 1, std::memory_order_release);
     }
@@ -32,7 +33,7 @@ public:
 
     int NextSlot() const { return next_.load(std::memory_order_acquire); }
 
-private:
+  private:
     std::shared_ptr<const Picture> slots_[kSlots];
     std::atomic<int> next_{0};
 };

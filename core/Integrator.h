@@ -15,6 +15,6 @@ struct Integrator {
 };
 
 class ArrayIntegrator : public OwningArray<Integrator> {
-public:
+  public:
     ArrayIntegrator() : OwningArray("ArrayIntegrator") {}
 };

@@ -49,6 +49,6 @@ struct Lane {
 };
 
 class ArrayLane : public OwningArray<Lane> {
-public:
+  public:
     ArrayLane() : OwningArray("ArrayLane") {}
 };

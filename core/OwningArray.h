@@ -10,7 +10,7 @@
 // keep their address while the array grows, so lookups can hand out pointers to live records.
 template <typename Record>
 class OwningArray {
-public:
+  public:
     explicit OwningArray(const char* name) : name_(name) {}
     OwningArray(const OwningArray& other) : name_(other.name_) { CopyFrom(other); }
     OwningArray& operator=(const OwningArray& other) {
@@ -28,8 +28,7 @@ public:
     }
     void RemoveAt(size_t index) {
         if (index >= items_.size()) {
-            CORVANE_LOG_ERROR(name_,
-                              std::string("bad index in ") + name_ + "::RemoveAt()");
+            CORVANE_LOG_ERROR(name_, std::string("bad index in ") + name_ + "::RemoveAt()");
             return;
         }
         items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index));
@@ -46,7 +45,7 @@ public:
     // Range-for over the records themselves.
     template <typename Inner, typename Value>
     class Iterator {
-    public:
+      public:
         explicit Iterator(Inner it) : it_(it) {}
         Value& operator*() const { return **it_; }
         Value* operator->() const { return it_->get(); }
@@ -56,7 +55,7 @@ public:
         }
         bool operator!=(const Iterator& other) const { return it_ != other.it_; }
 
-    private:
+      private:
         Inner it_;
     };
     using iterator = Iterator<typename std::vector<std::unique_ptr<Record>>::iterator, Record>;
@@ -67,7 +66,7 @@ public:
     const_iterator begin() const { return const_iterator(items_.begin()); }
     const_iterator end() const { return const_iterator(items_.end()); }
 
-private:
+  private:
     void CopyFrom(const OwningArray& other) {
         items_.clear();
         for (const auto& item : other.items_)

@@ -14,6 +14,6 @@ struct PostProcessor {
 };
 
 class ArrayPostProcessor : public OwningArray<PostProcessor> {
-public:
+  public:
     ArrayPostProcessor() : OwningArray("ArrayPostProcessor") {}
 };

@@ -41,7 +41,9 @@ void RemoveWhere(Array& array, Match match) {
 
 Project::Project() = default;
 
-Project::~Project() { StopBoardThread(); }
+Project::~Project() {
+    StopBoardThread();
+}
 
 Lane* Project::GetLane(int id) {
     return FindIn(lanes, [id](const Lane& lane) { return lane.id == id; });
@@ -136,11 +138,21 @@ bool Project::IsValidName(const std::string& name) {
     return !name.empty() && name.find(' ') == std::string::npos;
 }
 
-int Project::NewLaneId() const { return NextId(lanes); }
-int Project::NewBoardId() const { return NextId(boards); }
-int Project::NewCameraId() const { return NextId(cameras); }
-int Project::NewIntegratorId() const { return NextId(integrators); }
-int Project::NewProcessorId() const { return NextId(processors); }
+int Project::NewLaneId() const {
+    return NextId(lanes);
+}
+int Project::NewBoardId() const {
+    return NextId(boards);
+}
+int Project::NewCameraId() const {
+    return NextId(cameras);
+}
+int Project::NewIntegratorId() const {
+    return NextId(integrators);
+}
+int Project::NewProcessorId() const {
+    return NextId(processors);
+}
 
 int Project::RenameCamera(const std::string& oldName, const std::string& newName) {
     std::lock_guard<std::mutex> lock(renamemutex);

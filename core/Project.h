@@ -39,7 +39,7 @@ struct RoiView {
 // Starts and stops the per-region and per-source work. The recognition pipeline installs the
 // real one; without it the model only keeps its flags.
 class LaneRunner {
-public:
+  public:
     virtual ~LaneRunner() = default;
     virtual void StartLane(Lane& lane) = 0;
     virtual void StopLane(Lane& lane) = 0;
@@ -49,7 +49,7 @@ public:
 // The one description of the site that the workstation configures and runs. Only the GUI thread
 // changes the arrays, and only inside the edit bracket, while no worker that reads them runs.
 class Project {
-public:
+  public:
     static constexpr size_t kMaxResults = 20;
 
     Project();
@@ -66,9 +66,9 @@ public:
     std::mutex activitymutex;
 
     int prjopen = 0;
-    EventSink* mainframe = nullptr;  // target of posted events
+    EventSink* mainframe = nullptr;     // target of posted events
     NativeWindow mainwindow = nullptr;  // handed to plug-ins as the main window
-    NativeWindow viewer = nullptr;  // hidden display parent of camera plug-ins
+    NativeWindow viewer = nullptr;      // hidden display parent of camera plug-ins
     EventSink* lprsink = nullptr;
     std::unique_ptr<BoardThread> boardthread;  // null when stopped
     std::string appdir;
@@ -157,8 +157,8 @@ public:
 
     int AddBoard(const std::string& name, const std::string& library, const std::string& settings,
                  int id);
-    int AddTrigger(const std::string& name, const std::string& library,
-                   const std::string& settings, int id);
+    int AddTrigger(const std::string& name, const std::string& library, const std::string& settings,
+                   int id);
 
     // The project description given to plug-ins that bring their own dialog.
     std::string GetProjectText() const;
@@ -205,6 +205,6 @@ public:
 
     void PostEvent(int id, int value, const std::string& text = std::string());
 
-private:
+  private:
     LaneRunner* runner_ = nullptr;
 };

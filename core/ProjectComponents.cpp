@@ -57,13 +57,17 @@ void Warn(const char* function, const std::string& message) {
 std::optional<BinaryReader> OpenComponentFile(const ComponentFile& file) {
     std::vector<uint8_t> bytes;
     switch (platform::ReadWholeFile(file.fileName, bytes, kMaxBinaryFileSize)) {
-        case platform::ReadResult::Missing: return std::nullopt;
-        case platform::ReadResult::CannotOpen: Warn(file.loadFunction, file.cannotLoad); return std::nullopt;
+        case platform::ReadResult::Missing:
+            return std::nullopt;
+        case platform::ReadResult::CannotOpen:
+            Warn(file.loadFunction, file.cannotLoad);
+            return std::nullopt;
         case platform::ReadResult::TooLarge:
             Warn(file.loadFunction, std::string(file.fileName) + " is damaged: larger than " +
                                         std::to_string(kMaxBinaryFileSize) + " bytes, not loaded");
             return std::nullopt;
-        case platform::ReadResult::Ok: break;
+        case platform::ReadResult::Ok:
+            break;
     }
     return BinaryReader(std::move(bytes));
 }
@@ -109,7 +113,9 @@ void Save(const ComponentFile& file, const BinaryWriter& writer) {
         Warn(file.saveFunction, file.cannotSave);
 }
 
-int ApplyBitrateRule(int bitrate) { return bitrate < kMinimumBitrate ? kReplacementBitrate : bitrate; }
+int ApplyBitrateRule(int bitrate) {
+    return bitrate < kMinimumBitrate ? kReplacementBitrate : bitrate;
+}
 
 // Reads an integer field present since a version, or gives the default.
 bool ReadSince(BinaryReader& reader, int version, int since, int fallback, int& value) {
@@ -186,8 +192,7 @@ void Project::LoadCamera() {
     ReadRecords(kCameras, count, [&] {
         RecordHead head;
         Camera camera;
-        if (!ReadHead(*reader, head, true) ||
-            !ReadSince(*reader, version, 2, -1, camera.port) ||
+        if (!ReadHead(*reader, head, true) || !ReadSince(*reader, version, 2, -1, camera.port) ||
             !ReadSince(*reader, version, 3, 0, camera.FrameDim) ||
             !ReadSince(*reader, version, 4, 0, camera.AutoDiscovery) ||
             !ReadSince(*reader, version, 5, 10, camera.FPS))
@@ -302,8 +307,7 @@ void Project::LoadIntegrator() {
             if (gate.plugin != nullptr) {
                 // The plug-in learns its gate's name from the suffix; the record keeps the
                 // stored text, so the file does not grow.
-                gate.plugin->SetParameters(gate.settings + "<INTNAME>" + gate.name +
-                                           "<\\INTNAME>");
+                gate.plugin->SetParameters(gate.settings + "<INTNAME>" + gate.name + "<\\INTNAME>");
                 OpenWith(gate.plugin, gate.id, args);
             }
         }

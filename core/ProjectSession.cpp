@@ -10,7 +10,7 @@
 
 namespace {
 
-const char* const kComponentFiles[] = {"cameras.dat", "boards.dat", "integrators.dat",
+const char* const kComponentFiles[] = {"cameras.dat", "boards.dat",   "integrators.dat",
                                        "lanes.dat",   "triggers.dat", "processors.dat"};
 
 std::string WithSlash(std::string folder) {
@@ -61,8 +61,8 @@ void ProjectSession::OpenProject() {
     project_.StartLanes();
     project_.StartBoardThread();
     if (project_.place.uselocaldb != 0)
-        project_.processorplugins.StartMirrorDB(project_.place.syncrotime,
-                                                project_.place.dbstorage, project_.OpenArgs());
+        project_.processorplugins.StartMirrorDB(project_.place.syncrotime, project_.place.dbstorage,
+                                                project_.OpenArgs());
 }
 
 void ProjectSession::SelectFirst() {
@@ -71,14 +71,15 @@ void ProjectSession::SelectFirst() {
     project_.selroi = project_.lanes.IsEmpty() ? -1 : project_.lanes[0].id;
 }
 
-void ProjectSession::CopyStockFile(const std::string& name, const std::string& to,
-                                   bool overwrite) {
+void ProjectSession::CopyStockFile(const std::string& name, const std::string& to, bool overwrite) {
     const std::string target = WithSlash(to) + name;
     if (overwrite || !platform::FileExists(target))
         platform::CopyFileOver(WithSlash(project_.appdir) + name, target);
 }
 
-void ProjectSession::ReturnToStartDir() { platform::SetWorkingDirectory(project_.appdir); }
+void ProjectSession::ReturnToStartDir() {
+    platform::SetWorkingDirectory(project_.appdir);
+}
 
 bool ProjectSession::NewProject(const std::string& folder, const std::string& name) {
     const std::string directory = WithSlash(WithSlash(folder) + name);

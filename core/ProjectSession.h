@@ -6,7 +6,7 @@ class Project;
 // What a project flow needs from the window: questions, messages and refreshes. The desktop
 // program answers with dialogs; the headless runtime and the tests answer as they are told.
 class ProjectHost {
-public:
+  public:
     virtual ~ProjectHost() = default;
     // A modal Yes/No question under the caption "Warning".
     virtual bool AskYesNo(const std::string& question) = 0;
@@ -21,7 +21,7 @@ public:
 // The File flows on the one project: each leaves the working directory at the application
 // folder, whatever happens on the way.
 class ProjectSession {
-public:
+  public:
     static constexpr const char* kBanner = "Halvern - Corvane Suite 1.17.2";
 
     ProjectSession(Project& project, ProjectHost& host) : project_(project), host_(host) {}
@@ -45,7 +45,7 @@ public:
     // Selects the first camera and the first region for the live views.
     void SelectFirst();
 
-private:
+  private:
     void StopWork();
     void RestartWork();
     void CopyStockFile(const std::string& name, const std::string& to, bool overwrite);

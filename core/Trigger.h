@@ -13,6 +13,6 @@ struct Trigger {
 };
 
 class ArrayTrigger : public OwningArray<Trigger> {
-public:
+  public:
     ArrayTrigger() : OwningArray("ArrayTrigger") {}
 };

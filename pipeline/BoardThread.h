@@ -6,7 +6,7 @@ class Project;
 // Moves pin values between the boards and the gates and post processors every 25 ms: all of
 // them get the same status text first, then their commands act on the boards.
 class BoardThread : public platform::WorkerThread {
-public:
+  public:
     static constexpr int kPauseMs = 25;
 
     explicit BoardThread(Project& project) : project_(project) {}
@@ -15,9 +15,9 @@ public:
     // One pass; public so that tests can drive a pass without the thread.
     void Pass();
 
-protected:
+  protected:
     void Entry() override;
 
-private:
+  private:
     Project& project_;
 };

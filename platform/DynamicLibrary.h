@@ -6,7 +6,7 @@ namespace platform {
 // Loads a shared library with immediate symbol resolution. Detach() forgets the handle without
 // unloading, so a library that produced plug-in instances stays mapped for the process life.
 class DynamicLibrary {
-public:
+  public:
     DynamicLibrary() = default;
     DynamicLibrary(const DynamicLibrary&) = delete;
     DynamicLibrary& operator=(const DynamicLibrary&) = delete;
@@ -19,7 +19,7 @@ public:
     bool IsLoaded() const { return handle_ != nullptr; }
     const std::string& LastError() const { return error_; }
 
-private:
+  private:
     void* handle_ = nullptr;
     std::string error_;
 };

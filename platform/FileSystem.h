@@ -13,14 +13,14 @@ bool SetWorkingDirectory(const std::string& path);
 
 // Changes the working directory for one scope and returns to the previous one on exit.
 class ScopedWorkingDirectory {
-public:
+  public:
     explicit ScopedWorkingDirectory(const std::string& path);
     ~ScopedWorkingDirectory();
     ScopedWorkingDirectory(const ScopedWorkingDirectory&) = delete;
     ScopedWorkingDirectory& operator=(const ScopedWorkingDirectory&) = delete;
     bool Entered() const { return entered_; }
 
-private:
+  private:
     std::string previous_;
     bool entered_ = false;
 };

@@ -7,7 +7,9 @@ namespace platform {
 // compared only by unsigned subtraction (ElapsedTicks).
 uint32_t GetTickCount();
 
-inline uint32_t ElapsedTicks(uint32_t now, uint32_t then) { return now - then; }
+inline uint32_t ElapsedTicks(uint32_t now, uint32_t then) {
+    return now - then;
+}
 
 void SleepMs(int milliseconds);
 

@@ -4,7 +4,9 @@
 
 namespace platform {
 
-WorkerThread::~WorkerThread() { Delete(); }
+WorkerThread::~WorkerThread() {
+    Delete();
+}
 
 bool WorkerThread::Run() {
     if (thread_.joinable())

@@ -10,7 +10,7 @@ namespace platform {
 // stop, wakes it from its pause and waits for it to end. A derived class calls Delete() in its
 // own destructor, while its Entry() can still run safely.
 class WorkerThread {
-public:
+  public:
     WorkerThread() = default;
     WorkerThread(const WorkerThread&) = delete;
     WorkerThread& operator=(const WorkerThread&) = delete;
@@ -21,12 +21,12 @@ public:
     bool TestDestroy() const { return stop_.load(std::memory_order_acquire); }
     bool IsRunning() const { return running_.load(std::memory_order_acquire); }
 
-protected:
+  protected:
     virtual void Entry() = 0;
     // Pauses for up to the given time; returns false at once when a stop was asked.
     bool Pause(int milliseconds);
 
-private:
+  private:
     std::thread thread_;
     std::atomic<bool> stop_{false};
     std::atomic<bool> running_{false};

@@ -1,9 +1,12 @@
 #include "CameraPluginManager.h"
 
 namespace {
-const PluginKind kCameraKind = {"./plugin/camera/", ".\\plugin\\camera\\%s.dll",
-                                "CreateCameraPlugin", "Cannon find camera plugin directory",
-                                false, "CameraPluginManager::InitList"};
+const PluginKind kCameraKind = {"./plugin/camera/",
+                                ".\\plugin\\camera\\%s.dll",
+                                "CreateCameraPlugin",
+                                "Cannon find camera plugin directory",
+                                false,
+                                "CameraPluginManager::InitList"};
 }
 
 CameraPluginManager::CameraPluginManager() : PluginManager(kCameraKind) {}

@@ -3,7 +3,7 @@
 #include "corvane/CameraPlugin.h"
 
 class CameraPluginManager : public PluginManager<CameraPlugin> {
-public:
+  public:
     CameraPluginManager();
     int InitList() { return Scan(); }
     // Null without a message when the library file does not exist.

@@ -36,22 +36,31 @@ Parametro ReadBlock(const std::string& block) {
 
 const char* TypeKeywordOf(int type) {
     switch (type) {
-        case kParamString: return "STRING";
-        case kParamInt: return "INT";
-        case kParamFile: return "FILE";
-        case kParamChoice: return "CHOICE";
+        case kParamString:
+            return "STRING";
+        case kParamInt:
+            return "INT";
+        case kParamFile:
+            return "FILE";
+        case kParamChoice:
+            return "CHOICE";
         case kParamPin:
         case kParamPinOut:
-        case kParamPinInp: return "PIN";
-        case kParamFolder: return "FOLDER";
-        case kParamPassword: return "PASSWORD";
-        default: return nullptr;
+        case kParamPinInp:
+            return "PIN";
+        case kParamFolder:
+            return "FOLDER";
+        case kParamPassword:
+            return "PASSWORD";
+        default:
+            return nullptr;
     }
 }
 
 std::string ValueTextOf(const Parametro& parameter, const ParameterValue& value) {
     switch (parameter.type) {
-        case kParamInt: return std::to_string(value.number);
+        case kParamInt:
+            return std::to_string(value.number);
         case kParamChoice:
             if (value.choiceIndex < 0 ||
                 static_cast<size_t>(value.choiceIndex) >= parameter.choices.size())
@@ -62,7 +71,8 @@ std::string ValueTextOf(const Parametro& parameter, const ParameterValue& value)
         case kParamPinInp:
             return (value.board.empty() ? std::string(kNoBoard) : value.board) + ";" +
                    std::to_string(value.pin);
-        default: return value.text;
+        default:
+            return value.text;
     }
 }
 
@@ -70,9 +80,9 @@ std::string ValueTextOf(const Parametro& parameter, const ParameterValue& value)
 
 int ParameterTypeOf(const std::string& typeText) {
     static const std::pair<const char*, int> kKeywords[] = {
-        {"INT", kParamInt},         {"STRING", kParamString}, {"CHOICE", kParamChoice},
-        {"PIN_OUT", kParamPinOut},  {"PIN_INP", kParamPinInp}, {"PIN", kParamPin},
-        {"FILE", kParamFile},       {"FOLDER", kParamFolder}, {"HEADER", kParamHeader},
+        {"INT", kParamInt},          {"STRING", kParamString},  {"CHOICE", kParamChoice},
+        {"PIN_OUT", kParamPinOut},   {"PIN_INP", kParamPinInp}, {"PIN", kParamPin},
+        {"FILE", kParamFile},        {"FOLDER", kParamFolder},  {"HEADER", kParamHeader},
         {"PASSWORD", kParamPassword}};
     for (const auto& keyword : kKeywords)
         if (typeText.find(keyword.first) != std::string::npos)
@@ -93,9 +103,8 @@ ParameterDescription ReadParameterDescription(const std::string& text) {
         p += kParameterOpenLength;
     // A <PARAMETER> at position 0 of what remains ends the reading: p must be at least 1.
     while (p >= 1 && q >= 1) {
-        const std::string block = q > p ? rest.substr(static_cast<size_t>(p),
-                                                      static_cast<size_t>(q - p))
-                                        : std::string();
+        const std::string block =
+            q > p ? rest.substr(static_cast<size_t>(p), static_cast<size_t>(q - p)) : std::string();
         Parametro parameter = ReadBlock(block);
         if (parameter.type >= 0)
             description.parameters.push_back(std::move(parameter));
@@ -135,8 +144,8 @@ ParameterValue DefaultValueOf(const Parametro& parameter) {
     value.text = parameter.defaultText;
     value.number = parameter.defaultInt;
     if (parameter.type == kParamChoice) {
-        const auto it = std::find(parameter.choices.begin(), parameter.choices.end(),
-                                  parameter.defaultText);
+        const auto it =
+            std::find(parameter.choices.begin(), parameter.choices.end(), parameter.defaultText);
         value.choiceIndex = it == parameter.choices.end()
                                 ? (parameter.choices.empty() ? -1 : 0)
                                 : static_cast<int>(it - parameter.choices.begin());

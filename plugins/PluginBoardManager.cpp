@@ -1,8 +1,12 @@
 #include "PluginBoardManager.h"
 
 namespace {
-const PluginKind kKind = {"./plugin/board/", "./plugin/board/%s.dll", "CreateBoardPlugin",
-                          "Cannon find plugin directory", false, "PluginBoardManager::LoadPlugin"};
+const PluginKind kKind = {"./plugin/board/",
+                          "./plugin/board/%s.dll",
+                          "CreateBoardPlugin",
+                          "Cannon find plugin directory",
+                          false,
+                          "PluginBoardManager::LoadPlugin"};
 }
 
 PluginBoardManager::PluginBoardManager() : PluginManager(kKind) {}

@@ -3,7 +3,7 @@
 #include "corvane/BoardPlugin.h"
 
 class PluginBoardManager : public PluginManager<BoardPlugin> {
-public:
+  public:
     PluginBoardManager();
     int LoadPlugin() { return Scan(); }
     BoardPlugin* CreaBoardPlugin(const std::string& libraryName) { return Create(libraryName); }

@@ -1,8 +1,12 @@
 #include "PluginIntegratorManager.h"
 
 namespace {
-const PluginKind kKind = {"./plugin/integrator/", "./plugin/integrator/%s.dll", "CreateIntegratorPlugin",
-                          "Cannon find integrator plugin directory", false, "PluginIntegratorManager::LoadPlugin"};
+const PluginKind kKind = {"./plugin/integrator/",
+                          "./plugin/integrator/%s.dll",
+                          "CreateIntegratorPlugin",
+                          "Cannon find integrator plugin directory",
+                          false,
+                          "PluginIntegratorManager::LoadPlugin"};
 }
 
 PluginIntegratorManager::PluginIntegratorManager() : PluginManager(kKind) {}

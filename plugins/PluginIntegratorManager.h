@@ -3,10 +3,12 @@
 #include "corvane/IntegratorPlugin.h"
 
 class PluginIntegratorManager : public PluginManager<IntegratorPlugin> {
-public:
+  public:
     PluginIntegratorManager();
     int LoadPlugin() { return Scan(); }
-    IntegratorPlugin* CreaIntegratorPlugin(const std::string& libraryName) { return Create(libraryName); }
+    IntegratorPlugin* CreaIntegratorPlugin(const std::string& libraryName) {
+        return Create(libraryName);
+    }
     // The prototype whose shown name is guiName, or null.
     IntegratorPlugin* FindByGuiName(const std::string& guiName) const;
 };

@@ -1,8 +1,12 @@
 #include "PluginLPRManager.h"
 
 namespace {
-const PluginKind kKind = {"./plugin/lpr/", "./plugin/lpr/%s.dll", "CreateLPRPlugin",
-                          "Cannon find lpr plugin directory", false, "PluginLPRManager::InitList"};
+const PluginKind kKind = {"./plugin/lpr/",
+                          "./plugin/lpr/%s.dll",
+                          "CreateLPRPlugin",
+                          "Cannon find lpr plugin directory",
+                          false,
+                          "PluginLPRManager::InitList"};
 }
 
 PluginLPRManager::PluginLPRManager() : PluginManager(kKind) {}

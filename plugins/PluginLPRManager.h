@@ -3,7 +3,7 @@
 #include "corvane/LPRPlugin.h"
 
 class PluginLPRManager : public PluginManager<LPRPlugin> {
-public:
+  public:
     PluginLPRManager();
     int InitList() { return Scan(); }
     // Called by each region's thread as it starts; only reads the list.

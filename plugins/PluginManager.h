@@ -25,7 +25,7 @@ struct PluginKind {
 // instance lives until Destroy() or the end of the process.
 template <typename Plugin>
 class PluginManager {
-public:
+  public:
     explicit PluginManager(const PluginKind& kind) : kind_(kind) {}
     PluginManager(const PluginManager&) = delete;
     PluginManager& operator=(const PluginManager&) = delete;
@@ -63,8 +63,9 @@ public:
 
     // Frees an instance made by Create; for instances that a cancelled dialog leaves unused.
     void Destroy(Plugin* instance) {
-        const auto it = std::find_if(instances_.begin(), instances_.end(),
-                                     [instance](const auto& held) { return held.get() == instance; });
+        const auto it =
+            std::find_if(instances_.begin(), instances_.end(),
+                         [instance](const auto& held) { return held.get() == instance; });
         if (it != instances_.end())
             instances_.erase(it);
     }
@@ -79,7 +80,7 @@ public:
         return platform::NativePath(path);
     }
 
-protected:
+  protected:
     template <typename NameOf>
     Plugin* FindPrototype(const std::string& name, NameOf nameOf) const {
         for (const auto& prototype : prototypes_)
@@ -88,7 +89,7 @@ protected:
         return nullptr;
     }
 
-private:
+  private:
     Plugin* Instantiate(const std::string& path) {
         platform::DynamicLibrary library;
         if (!library.Load(path))

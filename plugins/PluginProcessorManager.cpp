@@ -1,9 +1,12 @@
 #include "PluginProcessorManager.h"
 
 namespace {
-const PluginKind kKind = {"./plugin/postprocessor/", "./plugin/postprocessor/%s.dll",
-                          "CreateProcessorPlugin", "Cannon find integrator plugin directory",
-                          true, "PluginProcessorManager::LoadPlugin"};
+const PluginKind kKind = {"./plugin/postprocessor/",
+                          "./plugin/postprocessor/%s.dll",
+                          "CreateProcessorPlugin",
+                          "Cannon find integrator plugin directory",
+                          true,
+                          "PluginProcessorManager::LoadPlugin"};
 const char kMirrorDBPath[] = "./MirrorDB.dll";
 const char kMirrorDBName[] = "MIRRORDB";
 }  // namespace

@@ -4,7 +4,7 @@
 #include "corvane/PostProcessorPlugin.h"
 
 class PluginProcessorManager : public PluginManager<PostProcessorPlugin> {
-public:
+  public:
     PluginProcessorManager();
     int LoadPlugin() { return Scan(); }
     PostProcessorPlugin* CreaProcessorPlugin(const std::string& libraryName) {
@@ -18,6 +18,6 @@ public:
     int StopMirrorDB();
     PostProcessorPlugin* MirrorDB() const { return mirrordb_; }
 
-private:
+  private:
     PostProcessorPlugin* mirrordb_ = nullptr;
 };

@@ -1,8 +1,12 @@
 #include "PluginTriggerManager.h"
 
 namespace {
-const PluginKind kKind = {"./plugin/trigger/", ".\\plugin\\trigger\\%s.dll", "CreateTriggerPlugin",
-                          "Cannon find plugin directory", false, "PluginTriggerManager::LoadPlugin"};
+const PluginKind kKind = {"./plugin/trigger/",
+                          ".\\plugin\\trigger\\%s.dll",
+                          "CreateTriggerPlugin",
+                          "Cannon find plugin directory",
+                          false,
+                          "PluginTriggerManager::LoadPlugin"};
 }
 
 PluginTriggerManager::PluginTriggerManager() : PluginManager(kKind) {}

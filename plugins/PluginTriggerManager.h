@@ -3,7 +3,7 @@
 #include "corvane/TriggerPlugin.h"
 
 class PluginTriggerManager : public PluginManager<TriggerPlugin> {
-public:
+  public:
     PluginTriggerManager();
     int LoadPlugin() { return Scan(); }
     TriggerPlugin* CreaTriggerPlugin(const std::string& libraryName) { return Create(libraryName); }

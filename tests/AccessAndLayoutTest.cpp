@@ -55,8 +55,9 @@ TEST(LayoutFile, CarriesGeometryAndPerspective) {
     layout.height = 700;
     layout.perspective = "layout2|name=Sources;state=2";
     ASSERT_TRUE(SaveLayout(folder.File("layout.ini"), layout));
-    EXPECT_EQ(ReadFileBytes(folder.File("layout.ini")),
-              Bytes().Int(-5).Int(40).Int(1024).Int(700).Str("layout2|name=Sources;state=2").Data());
+    EXPECT_EQ(
+        ReadFileBytes(folder.File("layout.ini")),
+        Bytes().Int(-5).Int(40).Int(1024).Int(700).Str("layout2|name=Sources;state=2").Data());
     const auto loaded = LoadLayout(folder.File("layout.ini"));
     ASSERT_TRUE(loaded.has_value());
     EXPECT_EQ(loaded->x, -5);
@@ -65,7 +66,8 @@ TEST(LayoutFile, CarriesGeometryAndPerspective) {
 
 TEST(LayoutFile, ASmallSizeIsCorrectedInItsOwnDimensionOnly) {
     TempDir folder;
-    WriteFileBytes(folder.File("layout.ini"), Bytes().Int(30).Int(60).Int(99).Int(500).Str("").Data());
+    WriteFileBytes(folder.File("layout.ini"),
+                   Bytes().Int(30).Int(60).Int(99).Int(500).Str("").Data());
     auto layout = LoadLayout(folder.File("layout.ini"));
     ASSERT_TRUE(layout.has_value());
     EXPECT_EQ(layout->x, 0);
@@ -77,7 +79,8 @@ TEST(LayoutFile, ASmallSizeIsCorrectedInItsOwnDimensionOnly) {
 
 TEST(LayoutFile, ADamagedPerspectiveIsDroppedButTheGeometryKept) {
     TempDir folder;
-    WriteFileBytes(folder.File("layout.ini"), Bytes().Int(1).Int(2).Int(300).Int(200).Int(1 << 30).Data());
+    WriteFileBytes(folder.File("layout.ini"),
+                   Bytes().Int(1).Int(2).Int(300).Int(200).Int(1 << 30).Data());
     LogCapture log;
     auto layout = LoadLayout(folder.File("layout.ini"));
     ASSERT_TRUE(layout.has_value());

@@ -8,7 +8,7 @@
 namespace {
 
 class BoardTexts : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         ClearJournal(PluginPath("board", "TestBoard"));
         project.appdir = AppDir();
@@ -54,8 +54,8 @@ TEST_F(BoardTexts, CommandsWriteOnlyPinsWhoseValueDiffers) {
     ClearJournal(PluginPath("board", "TestBoard"));
     project.SetBoardPins(
         "<BOARD><NAME>B1<\\NAME><PINID>10<\\PINID><VALUE>1<\\VALUE><\\BOARD>"
-        "<BOARD><NAME>B1<\\NAME><PINID>1<\\PINID><VALUE>1<\\VALUE><\\BOARD>"      // already 1
-        "<BOARD><NAME>B1<\\NAME><PINID>10<\\PINID><VALUE>0<\\VALUE><\\BOARD>"     // second, in order
+        "<BOARD><NAME>B1<\\NAME><PINID>1<\\PINID><VALUE>1<\\VALUE><\\BOARD>"   // already 1
+        "<BOARD><NAME>B1<\\NAME><PINID>10<\\PINID><VALUE>0<\\VALUE><\\BOARD>"  // second, in order
         "<BOARD><NAME>Ghost<\\NAME><PINID>10<\\PINID><VALUE>1<\\VALUE><\\BOARD>"  // unknown board
         "<BOARD><NAME>B2<\\NAME><VALUE>5<\\VALUE><\\BOARD>");                     // no PINID: pin 0
     EXPECT_EQ(Journal(), "WritePin:B1:10=1\nWritePin:B1:10=0\nWritePin:B2:0=5\n");

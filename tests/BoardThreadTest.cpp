@@ -14,7 +14,7 @@
 namespace {
 
 class BoardThreadRun : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         project.AddBoard("IO", "TestBoard", "<PIN2>1<\\PIN2>", 1);
         Integrator gate;

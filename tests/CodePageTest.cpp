@@ -18,7 +18,10 @@ TEST(CodePage, WesternLettersAndTheEuroSignTakeOneByte) {
 
 TEST(CodePage, CharactersOutsideTheCodePageBecomeQuestionMarks) {
     // Polish L with stroke and a CJK character have no place in the 8-bit files.
-    EXPECT_EQ(platform::Utf8ToAnsi("\xC5\x81\xC3\xB3" "d\xC5\xBA \xE4\xB8\xAD"), "?\xF3" "d? ?");
+    EXPECT_EQ(platform::Utf8ToAnsi("\xC5\x81\xC3\xB3"
+                                   "d\xC5\xBA \xE4\xB8\xAD"),
+              "?\xF3"
+              "d? ?");
 }
 
 TEST(CodePage, MalformedUtf8LosesNoByte) {

@@ -11,7 +11,7 @@ namespace {
 
 // Each test works in a fresh project folder, with the test plug-ins in the application folder.
 class ComponentFiles : public ::testing::Test {
-protected:
+  protected:
     ComponentFiles() : inFolder(folder.Path()) { project.appdir = AppDir(); }
 
     CameraPlugin* NewCameraPlugin() {
@@ -53,12 +53,26 @@ Lane SampleLane() {
     return lane;
 }
 
-Bytes LaneHead(int version, int count) { return Bytes().Int(version).Int(count); }
+Bytes LaneHead(int version, int count) {
+    return Bytes().Int(version).Int(count);
+}
 
 // The fields every lanes.dat version has, for SampleLane().
 Bytes& LaneV3Fields(Bytes& bytes) {
-    return bytes.Str("Cam").Int(4).Str("Gate").Str("L1").Str("Depot").Int(10).Int(20).Int(900)
-        .Int(950).Str("No trigger").Int(11).Int(21).Int(15).Int(60);
+    return bytes.Str("Cam")
+        .Int(4)
+        .Str("Gate")
+        .Str("L1")
+        .Str("Depot")
+        .Int(10)
+        .Int(20)
+        .Int(900)
+        .Int(950)
+        .Str("No trigger")
+        .Int(11)
+        .Int(21)
+        .Int(15)
+        .Int(60);
 }
 
 }  // namespace
@@ -67,8 +81,23 @@ TEST_F(ComponentFiles, LanesAreWrittenByteForByteAtVersion12) {
     project.lanes.Add(SampleLane());
     project.SaveLane();
     Bytes expected = LaneHead(12, 1);
-    LaneV3Fields(expected).Int(5).Str("PlateCore").Int(1).Int(8001).Int(1).Int(12).Int(2).Int(1)
-        .Int(2000000).Int(24).Int(10).Int(20).Int(900).Int(20).Int(500).Int(950);
+    LaneV3Fields(expected)
+        .Int(5)
+        .Str("PlateCore")
+        .Int(1)
+        .Int(8001)
+        .Int(1)
+        .Int(12)
+        .Int(2)
+        .Int(1)
+        .Int(2000000)
+        .Int(24)
+        .Int(10)
+        .Int(20)
+        .Int(900)
+        .Int(20)
+        .Int(500)
+        .Int(950);
     EXPECT_EQ(ReadFileBytes("lanes.dat"), expected.Data());
 
     Project loaded;
@@ -133,9 +162,19 @@ TEST_F(ComponentFiles, CamerasAreWrittenByteForByteAndKeepTheirPlugin) {
     camera.bitrate = 50000;
     project.cameras.Add(camera);
     project.SaveCamera();
-    EXPECT_EQ(ReadFileBytes("cameras.dat"),
-              Bytes().Int(6).Int(1).Int(3).Str("Entrance").Str("TestCamera")
-                  .Str("<VALUE>320<\\VALUE>").Int(8002).Int(1).Int(1).Int(15).Int(50000).Data());
+    EXPECT_EQ(ReadFileBytes("cameras.dat"), Bytes()
+                                                .Int(6)
+                                                .Int(1)
+                                                .Int(3)
+                                                .Str("Entrance")
+                                                .Str("TestCamera")
+                                                .Str("<VALUE>320<\\VALUE>")
+                                                .Int(8002)
+                                                .Int(1)
+                                                .Int(1)
+                                                .Int(15)
+                                                .Int(50000)
+                                                .Data());
 
     Project loaded;
     loaded.appdir = AppDir();
@@ -148,8 +187,18 @@ TEST_F(ComponentFiles, CamerasAreWrittenByteForByteAndKeepTheirPlugin) {
 }
 
 TEST_F(ComponentFiles, OldCamerasKeepTheirDefaultsAndLowBitratesAreRaised) {
-    WriteFileBytes("cameras.dat", Bytes().Int(1).Int(2).Int(1).Str("Old").Str("TestCamera").Str("")
-                                      .Int(2).Str("Gone").Str("MissingPlugin").Str("").Data());
+    WriteFileBytes("cameras.dat", Bytes()
+                                      .Int(1)
+                                      .Int(2)
+                                      .Int(1)
+                                      .Str("Old")
+                                      .Str("TestCamera")
+                                      .Str("")
+                                      .Int(2)
+                                      .Str("Gone")
+                                      .Str("MissingPlugin")
+                                      .Str("")
+                                      .Data());
     project.LoadCamera();
     ASSERT_EQ(project.cameras.GetCount(), 1u);  // the one without its library is dropped
     const Camera& camera = project.cameras[0];
@@ -159,8 +208,19 @@ TEST_F(ComponentFiles, OldCamerasKeepTheirDefaultsAndLowBitratesAreRaised) {
 
     Project raised;
     raised.appdir = AppDir();
-    WriteFileBytes("cameras.dat", Bytes().Int(6).Int(1).Int(1).Str("C").Str("TestCamera").Str("")
-                                      .Int(8000).Int(0).Int(0).Int(10).Int(49999).Data());
+    WriteFileBytes("cameras.dat", Bytes()
+                                      .Int(6)
+                                      .Int(1)
+                                      .Int(1)
+                                      .Str("C")
+                                      .Str("TestCamera")
+                                      .Str("")
+                                      .Int(8000)
+                                      .Int(0)
+                                      .Int(0)
+                                      .Int(10)
+                                      .Int(49999)
+                                      .Data());
     raised.LoadCamera();
     ASSERT_EQ(raised.cameras.GetCount(), 1u);
     EXPECT_EQ(raised.cameras[0].bitrate, 1000000);
@@ -197,13 +257,15 @@ TEST_F(ComponentFiles, GatesHearTheirNameBehindTheStoredTextWhichStaysUnchanged)
               "SetParameters:<X>1<\\X><INTNAME>G1<\\INTNAME>\nOpen:2:Depot:9:10.0.0.5\n");
     project.integrators[0].OpMode = 1;
     project.SaveIntegrator();
-    EXPECT_EQ(ReadFileBytes("integrators.dat"),
-              Bytes().Int(2).Int(1).Int(2).Str("G1").Str("TestGate").Str("<X>1<\\X>").Int(1).Data());
+    EXPECT_EQ(
+        ReadFileBytes("integrators.dat"),
+        Bytes().Int(2).Int(1).Int(2).Str("G1").Str("TestGate").Str("<X>1<\\X>").Int(1).Data());
 }
 
 TEST_F(ComponentFiles, AProcessorsFileReplacesTheArrayAndTriggersRoundTrip) {
-    WriteFileBytes("processors.dat", Bytes().Int(2).Int(1).Int(5).Str("CSV").Str("TestPostProcessor")
-                                         .Str("").Str("G1").Data());
+    WriteFileBytes(
+        "processors.dat",
+        Bytes().Int(2).Int(1).Int(5).Str("CSV").Str("TestPostProcessor").Str("").Str("G1").Data());
     project.LoadProcessor();
     project.LoadProcessor();
     ASSERT_EQ(project.processors.GetCount(), 1u);
@@ -216,8 +278,14 @@ TEST_F(ComponentFiles, AProcessorsFileReplacesTheArrayAndTriggersRoundTrip) {
         ASSERT_EQ(project.AddTrigger("T1", "TestTrigger", "<STATUS>1<\\STATUS>", 3), 1);
     }
     project.SaveTrigger();
-    EXPECT_EQ(ReadFileBytes("triggers.dat"), Bytes().Int(1).Int(1).Int(3).Str("T1").Str("TestTrigger")
-                                                 .Str("<STATUS>1<\\STATUS>").Data());
+    EXPECT_EQ(ReadFileBytes("triggers.dat"), Bytes()
+                                                 .Int(1)
+                                                 .Int(1)
+                                                 .Int(3)
+                                                 .Str("T1")
+                                                 .Str("TestTrigger")
+                                                 .Str("<STATUS>1<\\STATUS>")
+                                                 .Data());
 }
 
 TEST_F(ComponentFiles, NamesAreStoredInTheEightBitCodePage) {

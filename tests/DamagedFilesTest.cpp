@@ -12,7 +12,7 @@
 namespace {
 
 class DamagedFiles : public ::testing::Test {
-protected:
+  protected:
     DamagedFiles() : inFolder(folder.Path()) {}
 
     // Two whole regions, as the program writes them.
@@ -112,7 +112,19 @@ TEST_F(DamagedFiles, MutatedInputsNeverBreakAReader) {
     const std::vector<uint8_t> lanes = TwoLanes();
     const std::vector<std::vector<uint8_t>> seeds = {
         lanes,
-        Bytes().Int(6).Int(2).Int(1).Str("C").Str("X").Str("s").Int(1).Int(1).Int(1).Int(1).Int(1).Data(),
+        Bytes()
+            .Int(6)
+            .Int(2)
+            .Int(1)
+            .Str("C")
+            .Str("X")
+            .Str("s")
+            .Int(1)
+            .Int(1)
+            .Int(1)
+            .Int(1)
+            .Int(1)
+            .Data(),
         Bytes().Int(5).Str("user").Str("pw").Int(1).Int(1).Data(),
         Bytes().Int(1).Int(2).Int(300).Int(300).Str("perspective").Data(),
     };
@@ -123,9 +135,16 @@ TEST_F(DamagedFiles, MutatedInputsNeverBreakAReader) {
         for (int e = 0; e < edits && !input.empty(); ++e) {
             const size_t at = random() % input.size();
             switch (random() % 3) {
-                case 0: input[at] = static_cast<uint8_t>(random()); break;
-                case 1: input.resize(at); break;
-                case 2: input.insert(input.begin() + static_cast<long>(at), static_cast<uint8_t>(random())); break;
+                case 0:
+                    input[at] = static_cast<uint8_t>(random());
+                    break;
+                case 1:
+                    input.resize(at);
+                    break;
+                case 2:
+                    input.insert(input.begin() + static_cast<long>(at),
+                                 static_cast<uint8_t>(random()));
+                    break;
             }
         }
         input.insert(input.begin(), static_cast<uint8_t>(random()));

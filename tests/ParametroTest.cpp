@@ -12,10 +12,10 @@ std::string Block(const std::string& name, const std::string& type, const std::s
 }  // namespace
 
 TEST(ParameterDescription, ReadsTitleTypesChoicesAndDefaults) {
-    const std::string text = "<TITLE>Camera<\\TITLE>\n" +
-                             Block("Port", "INT", "<DEFAULT>554<\\DEFAULT>") +
-                             Block("Mode", "CHOICE", "<SEL>Day;Night;<\\SEL><DEFAULT>Night<\\DEFAULT>") +
-                             Block("Out", "PIN_OUT", "<DEFAULT>B1;10<\\DEFAULT>") + Block("Pw", "PASSWORD");
+    const std::string text =
+        "<TITLE>Camera<\\TITLE>\n" + Block("Port", "INT", "<DEFAULT>554<\\DEFAULT>") +
+        Block("Mode", "CHOICE", "<SEL>Day;Night;<\\SEL><DEFAULT>Night<\\DEFAULT>") +
+        Block("Out", "PIN_OUT", "<DEFAULT>B1;10<\\DEFAULT>") + Block("Pw", "PASSWORD");
     const ParameterDescription description = ReadParameterDescription(text);
     EXPECT_EQ(description.title, "Camera");
     ASSERT_EQ(description.parameters.size(), 4u);
@@ -49,8 +49,9 @@ TEST(ParameterDescription, UnknownTypesAreSkipped) {
 TEST(ParameterDescription, AParameterAtPositionZeroEndsTheReading) {
     EXPECT_TRUE(ReadParameterDescription(Block("A", "STRING")).parameters.empty());
     // Nothing between one block's end and the next block's start: the rest is not read.
-    const std::string glued = "\n<PARAMETER><NAME>A<\\NAME><TYPE>INT<\\TYPE><\\PARAMETER>"
-                              "<PARAMETER><NAME>B<\\NAME><TYPE>INT<\\TYPE><\\PARAMETER>\n";
+    const std::string glued =
+        "\n<PARAMETER><NAME>A<\\NAME><TYPE>INT<\\TYPE><\\PARAMETER>"
+        "<PARAMETER><NAME>B<\\NAME><TYPE>INT<\\TYPE><\\PARAMETER>\n";
     const auto description = ReadParameterDescription(glued);
     ASSERT_EQ(description.parameters.size(), 1u);
     EXPECT_EQ(description.parameters[0].name, "A");
@@ -86,15 +87,19 @@ TEST(ValueReturn, IsWrittenBlockByBlockWithTheTypeKeywordsOfTheReturn) {
     values[3].board = "B1";
     values[3].pin = 3;
     values[5].choiceIndex = 2;
-    EXPECT_EQ(WriteValueReturn(parameters, values),
-              "<RETURN>\n"
-              "<PARAMETER>\n<NAME>Section<\\NAME>\n<\\PARAMETER>\n"
-              "<PARAMETER>\n<NAME>Port<\\NAME>\n<TYPE>INT<\\TYPE>\n<VALUE>8554<\\VALUE>\n<\\PARAMETER>\n"
-              "<PARAMETER>\n<NAME>Mode<\\NAME>\n<TYPE>CHOICE<\\TYPE>\n<VALUE>Night<\\VALUE>\n<\\PARAMETER>\n"
-              "<PARAMETER>\n<NAME>In<\\NAME>\n<TYPE>PIN<\\TYPE>\n<VALUE>B1;3<\\VALUE>\n<\\PARAMETER>\n"
-              "<PARAMETER>\n<NAME>Out<\\NAME>\n<TYPE>PIN<\\TYPE>\n<VALUE>NO BOARD;-1<\\VALUE>\n<\\PARAMETER>\n"
-              "<PARAMETER>\n<NAME>Bad<\\NAME>\n<TYPE>CHOICE<\\TYPE>\n<VALUE>Error<\\VALUE>\n<\\PARAMETER>\n"
-              "<\\RETURN>\n");
+    EXPECT_EQ(
+        WriteValueReturn(parameters, values),
+        "<RETURN>\n"
+        "<PARAMETER>\n<NAME>Section<\\NAME>\n<\\PARAMETER>\n"
+        "<PARAMETER>\n<NAME>Port<\\NAME>\n<TYPE>INT<\\TYPE>\n<VALUE>8554<\\VALUE>\n<\\PARAMETER>\n"
+        "<PARAMETER>\n<NAME>Mode<\\NAME>\n<TYPE>CHOICE<\\TYPE>\n<VALUE>Night<\\VALUE>\n<"
+        "\\PARAMETER>\n"
+        "<PARAMETER>\n<NAME>In<\\NAME>\n<TYPE>PIN<\\TYPE>\n<VALUE>B1;3<\\VALUE>\n<\\PARAMETER>\n"
+        "<PARAMETER>\n<NAME>Out<\\NAME>\n<TYPE>PIN<\\TYPE>\n<VALUE>NO "
+        "BOARD;-1<\\VALUE>\n<\\PARAMETER>\n"
+        "<PARAMETER>\n<NAME>Bad<\\NAME>\n<TYPE>CHOICE<\\TYPE>\n<VALUE>Error<\\VALUE>\n<\\PARAMETER>"
+        "\n"
+        "<\\RETURN>\n");
 }
 
 TEST(ValueReturn, PinDefaultsResolveOnlyToExistingBoardsAndPins) {

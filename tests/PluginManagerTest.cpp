@@ -14,7 +14,7 @@
 namespace {
 
 class PluginManagers : public ::testing::Test {
-protected:
+  protected:
     platform::ScopedWorkingDirectory inApp{AppDir()};
 };
 

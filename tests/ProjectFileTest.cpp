@@ -15,21 +15,23 @@ TEST(ProjectFile, IsWrittenLineByLineInTheFixedOrder) {
     project.place.placedbusername = "sa";
     project.place.placedbpassword = "p<w>";
     project.place.whitelist = true;
-    EXPECT_EQ(ProjectFileText(project),
-              "<PROJECT>\n<VERSION>1<\\VERSION>\n<PRJNAME>Depot<\\PRJNAME>\n"
-              "<PRJDIR>/sites/Depot/<\\PRJDIR>\n<PLACEID>12<\\PLACEID>\n"
-              "<PLACENAME>Citt\xC3\xA0<\\PLACENAME>\n<PLACEDBIP>10.1.1.1<\\PLACEDBIP>\n"
-              "<PLACEDBNAME>LPR<\\PLACEDBNAME>\n<PLACEDBUSERNAME>sa<\\PLACEDBUSERNAME>\n"
-              "<PLACEDBPASSWORD>p<w><\\PLACEDBPASSWORD>\n<USELOCALDB>1<\\USELOCALDB>\n"
-              "<SYNCROTIME>5<\\SYNCROTIME>\n<DBSTORAGE>5<\\DBSTORAGE>\n<WHITELIST>Yes<\\WHITELIST>\n"
-              "<\\PROJECT>\n");
+    EXPECT_EQ(
+        ProjectFileText(project),
+        "<PROJECT>\n<VERSION>1<\\VERSION>\n<PRJNAME>Depot<\\PRJNAME>\n"
+        "<PRJDIR>/sites/Depot/<\\PRJDIR>\n<PLACEID>12<\\PLACEID>\n"
+        "<PLACENAME>Citt\xC3\xA0<\\PLACENAME>\n<PLACEDBIP>10.1.1.1<\\PLACEDBIP>\n"
+        "<PLACEDBNAME>LPR<\\PLACEDBNAME>\n<PLACEDBUSERNAME>sa<\\PLACEDBUSERNAME>\n"
+        "<PLACEDBPASSWORD>p<w><\\PLACEDBPASSWORD>\n<USELOCALDB>1<\\USELOCALDB>\n"
+        "<SYNCROTIME>5<\\SYNCROTIME>\n<DBSTORAGE>5<\\DBSTORAGE>\n<WHITELIST>Yes<\\WHITELIST>\n"
+        "<\\PROJECT>\n");
 }
 
 TEST(ProjectFile, KeysAreFoundAnywhereInAnyOrder) {
     Project project;
-    ParseProjectSettings("<DBSTORAGE>9<\\DBSTORAGE><PLACENAME>North<\\PLACENAME><PLACEID>3"
-                         "<\\PLACEID><WHITELIST>Yes<\\WHITELIST>",
-                         project);
+    ParseProjectSettings(
+        "<DBSTORAGE>9<\\DBSTORAGE><PLACENAME>North<\\PLACENAME><PLACEID>3"
+        "<\\PLACEID><WHITELIST>Yes<\\WHITELIST>",
+        project);
     EXPECT_EQ(project.place.placename, "North");
     EXPECT_EQ(project.place.placeid, 3);
     EXPECT_EQ(project.place.dbstorage, 9);
@@ -52,7 +54,8 @@ TEST(ProjectFile, AbsentKeysKeepTheirValueOrTakeTheirDefault) {
 
 TEST(ProjectFile, ValuesAreNotEscapedAndWhitelistIsTrueOnlyForYes) {
     Project project;
-    ParseProjectSettings("<PLACENAME>A<\\PLACENAME>B<\\PLACENAME><WHITELIST>yes<\\WHITELIST>", project);
+    ParseProjectSettings("<PLACENAME>A<\\PLACENAME>B<\\PLACENAME><WHITELIST>yes<\\WHITELIST>",
+                         project);
     EXPECT_EQ(project.place.placename, "A");
     EXPECT_FALSE(project.place.whitelist);
     ParseProjectSettings("<\\PLACEDBIP>x<PLACEDBIP>1.2.3.4", project);  // closing before opening

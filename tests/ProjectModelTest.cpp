@@ -22,7 +22,7 @@ Camera MakeCamera(int id, const std::string& name) {
 
 // Records what the run control asked of the pipeline, and the events posted to the window.
 class Recorder : public LaneRunner, public EventSink {
-public:
+  public:
     std::vector<std::string> calls;
     void StartLane(Lane& lane) override { calls.push_back("start " + lane.name); }
     void StopLane(Lane& lane) override { calls.push_back("stop " + lane.name); }
@@ -167,9 +167,8 @@ TEST(ProjectModel, TheEditBracketStopsEverythingBeforeTheChangeAndRestartsRegion
         project.lanes.Add(MakeLane(2, "L2", "Cam"));
     });
 
-    EXPECT_EQ(recorder.calls,
-              std::vector<std::string>({"stop camera Cam", "stop L1", "change", "start L1",
-                                        "start L2", "event 6098"}));
+    EXPECT_EQ(recorder.calls, std::vector<std::string>({"stop camera Cam", "stop L1", "change",
+                                                        "start L1", "start L2", "event 6098"}));
     EXPECT_EQ(project.cameras[0].sampling, 0);  // sources stay stopped
     EXPECT_NE(project.boardthread, nullptr);
     EXPECT_NE(project.lastactivity, 0u);

@@ -12,7 +12,7 @@ namespace {
 
 // Answers the flow's questions from a script (Yes when it runs out) and keeps its messages.
 class ScriptedHost : public ProjectHost {
-public:
+  public:
     std::deque<bool> answers;
     std::vector<std::string> questions;
     std::vector<std::string> messages;
@@ -30,7 +30,7 @@ public:
 };
 
 class Sessions : public ::testing::Test {
-protected:
+  protected:
     Sessions() {
         project.appdir = AppDir();
         platform::SetWorkingDirectory(AppDir());
@@ -101,7 +101,8 @@ TEST_F(Sessions, NewNeverMergesIntoAnExistingFolder) {
 
 TEST_F(Sessions, OpeningRewritesTheProjectFileWithTheNewKeys) {
     ASSERT_TRUE(platform::MakeDirectory(sites.File("Old")));
-    WriteFileText(sites.File("Old/Old.tlr"), "<PLACENAME>Yard<\\PLACENAME><PRJDIR>C:\\elsewhere\\<\\PRJDIR>");
+    WriteFileText(sites.File("Old/Old.tlr"),
+                  "<PLACENAME>Yard<\\PLACENAME><PRJDIR>C:\\elsewhere\\<\\PRJDIR>");
     ASSERT_TRUE(session.LoadProject(sites.File("Old/Old.tlr")));
     const std::string text = ReadFileText(sites.File("Old/Old.tlr"));
     EXPECT_NE(text.find("<USELOCALDB>1<\\USELOCALDB>"), std::string::npos);

@@ -30,7 +30,9 @@ LogCapture::LogCapture() {
         });
 }
 
-LogCapture::~LogCapture() { platform::SetLogSink(previous_); }
+LogCapture::~LogCapture() {
+    platform::SetLogSink(previous_);
+}
 
 bool LogCapture::Contains(const std::string& fragment) const {
     for (const auto& message : messages_)
@@ -64,7 +66,8 @@ std::vector<uint8_t> ReadFileBytes(const std::string& path) {
 
 void WriteFileBytes(const std::string& path, const std::vector<uint8_t>& bytes) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    out.write(reinterpret_cast<const char*>(bytes.data()),
+              static_cast<std::streamsize>(bytes.size()));
 }
 
 std::string ReadFileText(const std::string& path) {
@@ -77,7 +80,9 @@ void WriteFileText(const std::string& path, const std::string& text) {
     out << text;
 }
 
-std::string AppDir() { return TEST_APP_DIR; }
+std::string AppDir() {
+    return TEST_APP_DIR;
+}
 
 std::string PluginPath(const std::string& kind, const std::string& name) {
     return AppDir() + "/plugin/" + kind + "/" + name + ".dll";

@@ -7,7 +7,7 @@
 
 // A fresh directory below the system's temporary folder, removed with everything in it.
 class TempDir {
-public:
+  public:
     TempDir();
     ~TempDir();
     TempDir(const TempDir&) = delete;
@@ -15,13 +15,13 @@ public:
     const std::string& Path() const { return path_; }
     std::string File(const std::string& name) const { return path_ + "/" + name; }
 
-private:
+  private:
     std::string path_;
 };
 
 // Collects the warnings and errors reported while it lives.
 class LogCapture {
-public:
+  public:
     LogCapture();
     ~LogCapture();
     LogCapture(const LogCapture&) = delete;
@@ -30,7 +30,7 @@ public:
     const std::vector<std::string>& Functions() const { return functions_; }
     bool Contains(const std::string& fragment) const;
 
-private:
+  private:
     platform::LogSink previous_;
     std::vector<std::string> messages_;
     std::vector<std::string> functions_;
@@ -38,13 +38,13 @@ private:
 
 // Little-endian image of a binary file, built field by field.
 class Bytes {
-public:
+  public:
     Bytes& Int(int32_t value);
     Bytes& Str(const std::string& eightBit);
     Bytes& Raw(const std::vector<uint8_t>& raw);
     const std::vector<uint8_t>& Data() const { return data_; }
 
-private:
+  private:
     std::vector<uint8_t> data_;
 };
 

@@ -12,12 +12,12 @@
 namespace {
 
 class Looper : public platform::WorkerThread {
-public:
+  public:
     explicit Looper(int pauseMs) : pause_(pauseMs) {}
     ~Looper() override { Delete(); }
     std::atomic<int> passes{0};
 
-protected:
+  protected:
     void Entry() override {
         while (!TestDestroy()) {
             ++passes;
@@ -25,7 +25,7 @@ protected:
         }
     }
 
-private:
+  private:
     int pause_;
 };
 

@@ -9,7 +9,7 @@
 namespace {
 
 class TestBoard : public BoardPlugin {
-public:
+  public:
     void Open(NativeWindow, std::string name, int id) override {
         name_ = name;
         journal::Note("Open:" + name + ":" + std::to_string(id));
@@ -26,7 +26,8 @@ public:
             }
     }
     void WritePin(int pin, int value) override {
-        journal::Note("WritePin:" + name_ + ":" + std::to_string(pin) + "=" + std::to_string(value));
+        journal::Note("WritePin:" + name_ + ":" + std::to_string(pin) + "=" +
+                      std::to_string(value));
         values_[pin] = value;
     }
     std::string GetGuiName() override { return "Test Board"; }
@@ -40,19 +41,20 @@ public:
     int HasDialog() override { return 0; }
     int ShowDialog(NativeWindow, std::string) override { return 0; }
 
-private:
+  private:
     struct Pin {
         const char* name;
         int id;
         int pinClass;
     };
-    static constexpr Pin kPins[] = {{"IN1", 1, 0},   {"IN2", 2, 0},   {"IN3", 3, 0},
-                                    {"IN4", 4, 0},   {"IN5", 5, 1},   {"OUT10", 10, 2},
-                                    {"OUT11", 11, 2}};
+    static constexpr Pin kPins[] = {{"IN1", 1, 0}, {"IN2", 2, 0},    {"IN3", 3, 0},   {"IN4", 4, 0},
+                                    {"IN5", 5, 1}, {"OUT10", 10, 2}, {"OUT11", 11, 2}};
     std::string name_;
     std::map<int, int> values_;
 };
 
 }  // namespace
 
-CORVANE_PLUGIN_EXPORT BoardPlugin* CreateBoardPlugin() { return new TestBoard(); }
+CORVANE_PLUGIN_EXPORT BoardPlugin* CreateBoardPlugin() {
+    return new TestBoard();
+}

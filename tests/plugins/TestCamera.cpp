@@ -8,8 +8,11 @@
 namespace {
 
 class TestCamera : public CameraPlugin {
-public:
-    void Start(NativeWindow) override { journal::Note("Start"); started_ = true; }
+  public:
+    void Start(NativeWindow) override {
+        journal::Note("Start");
+        started_ = true;
+    }
     void LockFrame() override {}
     void UnlockFrame() override {}
     void* GetFrame(int* width, int* height, int* format, int* frameId) override {
@@ -22,7 +25,10 @@ public:
         *frameId = counter_++;
         return frame_.data();
     }
-    void FreeMemory() override { journal::Note("FreeMemory"); frame_.clear(); }
+    void FreeMemory() override {
+        journal::Note("FreeMemory");
+        frame_.clear();
+    }
     std::string GetParameters(int) override {
         return "<TITLE>Test camera<\\TITLE>\n<PARAMETER>\n<NAME>Width<\\NAME><TYPE>INT<\\TYPE>"
                "<DEFAULT>64<\\DEFAULT>\n<\\PARAMETER>\n<PARAMETER>\n<NAME>Height<\\NAME>"
@@ -40,11 +46,14 @@ public:
         return "Test Camera";
     }
     std::string GetDescription() override { return "synthetic frames for tests"; }
-    void Close() override { journal::Note("Close"); started_ = false; }
+    void Close() override {
+        journal::Note("Close");
+        started_ = false;
+    }
     int HasDialog() override { return 0; }
     int ShowDialog(NativeWindow, std::string) override { return 0; }
 
-private:
+  private:
     bool started_ = false;
     int width_ = 64;
     int height_ = 48;
@@ -54,4 +63,6 @@ private:
 
 }  // namespace
 
-CORVANE_PLUGIN_EXPORT CameraPlugin* CreateCameraPlugin() { return new TestCamera(); }
+CORVANE_PLUGIN_EXPORT CameraPlugin* CreateCameraPlugin() {
+    return new TestCamera();
+}

@@ -9,7 +9,7 @@
 namespace {
 
 class TestGate : public IntegratorPlugin {
-public:
+  public:
     void Open(NativeWindow, int id, std::string placeName, int placeId, std::string dbAddress,
               std::string, std::string, std::string) override {
         journal::Note("Open:" + std::to_string(id) + ":" + placeName + ":" +
@@ -70,7 +70,7 @@ public:
     int HasDialog() override { return 0; }
     int ShowDialog(NativeWindow, std::string) override { return 0; }
 
-private:
+  private:
     std::mutex mutex_;
     std::string settings_;
     std::string board_;
@@ -81,4 +81,6 @@ private:
 
 }  // namespace
 
-CORVANE_PLUGIN_EXPORT IntegratorPlugin* CreateIntegratorPlugin() { return new TestGate(); }
+CORVANE_PLUGIN_EXPORT IntegratorPlugin* CreateIntegratorPlugin() {
+    return new TestGate();
+}

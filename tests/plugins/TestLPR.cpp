@@ -5,7 +5,7 @@
 namespace {
 
 class TestLPR : public LPRPlugin {
-public:
+  public:
     int Init(int minCar, int maxCar, std::string templatesFile, std::string useTemplate) override {
         journal::Note("Init:" + std::to_string(minCar) + ":" + std::to_string(maxCar) + ":" +
                       templatesFile + ":" + useTemplate);
@@ -26,4 +26,6 @@ public:
 
 }  // namespace
 
-CORVANE_PLUGIN_EXPORT LPRPlugin* CreateLPRPlugin() { return new TestLPR(); }
+CORVANE_PLUGIN_EXPORT LPRPlugin* CreateLPRPlugin() {
+    return new TestLPR();
+}

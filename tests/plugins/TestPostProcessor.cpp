@@ -8,7 +8,7 @@
 namespace {
 
 class TestPostProcessor : public PostProcessorPlugin {
-public:
+  public:
     void Open(NativeWindow, int id, std::string placeName, int, std::string, std::string,
               std::string, std::string) override {
         journal::Note("Open:" + std::to_string(id) + ":" + placeName);
@@ -34,7 +34,7 @@ public:
     int HasDialog() override { return 0; }
     int ShowDialog(NativeWindow, std::string) override { return 0; }
 
-private:
+  private:
     std::atomic<int> uses_{0};
     std::atomic<int> statuses_{0};
 };

@@ -6,7 +6,7 @@
 namespace {
 
 class TestTrigger : public TriggerPlugin {
-public:
+  public:
     void Open(std::string name, int id) override {
         journal::Note("Open:" + name + ":" + std::to_string(id));
     }
@@ -29,10 +29,12 @@ public:
     int HasDialog() override { return 0; }
     int ShowDialog(NativeWindow, std::string) override { return 0; }
 
-private:
+  private:
     int status_ = 1;
 };
 
 }  // namespace
 
-CORVANE_PLUGIN_EXPORT TriggerPlugin* CreateTriggerPlugin() { return new TestTrigger(); }
+CORVANE_PLUGIN_EXPORT TriggerPlugin* CreateTriggerPlugin() {
+    return new TestTrigger();
+}

@@ -3,17 +3,17 @@
 
 // Frame formats written to *format by GetFrame.
 enum CameraFrameFormat {
-    kFrameGrey8 = 1,    // one byte a pixel
-    kFrameYUV422 = 2,   // packed U, Y0, V, Y1
-    kFrameRGB24 = 3,    // red, green, blue
-    kFrameRGBX32 = 4,   // red, green, blue, unused
+    kFrameGrey8 = 1,   // one byte a pixel
+    kFrameYUV422 = 2,  // packed U, Y0, V, Y1
+    kFrameRGB24 = 3,   // red, green, blue
+    kFrameRGBX32 = 4,  // red, green, blue, unused
 };
 
 // A video source. The order of the virtual operations is the binary contract: reserved entries
 // keep later operations in place and are never called. The destructor stands last, behind the
 // contract's entries.
 class CameraPlugin {
-public:
+  public:
     virtual void Start(NativeWindow viewer) = 0;
     virtual void LockFrame() = 0;
     virtual void UnlockFrame() = 0;

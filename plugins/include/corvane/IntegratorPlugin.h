@@ -3,7 +3,7 @@
 
 // A gate: turns the readings of its regions into transit lines ("::"-separated, 12 fields).
 class IntegratorPlugin {
-public:
+  public:
     virtual void Open(NativeWindow mainWindow, int id, std::string placeName, int placeId,
                       std::string dbAddress, std::string dbName, std::string dbUser,
                       std::string dbPassword) = 0;
@@ -17,8 +17,8 @@ public:
     virtual std::string GetBoardCommands() = 0;
     virtual void NewFrame(void* pixels, int width, int height, int depth, PluginDateTime time,
                           std::string lane, std::string place) = 0;
-    virtual std::string NewResult(std::string plate, PluginRect box, int charHeight,
-                                  int reserved, int confidence, std::string tags) = 0;
+    virtual std::string NewResult(std::string plate, PluginRect box, int charHeight, int reserved,
+                                  int confidence, std::string tags) = 0;
     virtual int WantsSceneResult() = 0;
     virtual int HasDialog() = 0;
     virtual int ShowDialog(NativeWindow parent, std::string projectText) = 0;

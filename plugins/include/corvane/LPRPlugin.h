@@ -3,7 +3,7 @@
 
 // A plate reader. One instance runs on one region's thread; Init answers 1 for scene mode.
 class LPRPlugin {
-public:
+  public:
     virtual int Init(int minCar, int maxCar, std::string templatesFile,
                      std::string useTemplate) = 0;
     virtual std::string GetInfo(unsigned int* word) = 0;

@@ -3,7 +3,7 @@
 
 // Receives the transits of the gate it refers to by name.
 class PostProcessorPlugin {
-public:
+  public:
     virtual void Open(NativeWindow mainWindow, int id, std::string placeName, int placeId,
                       std::string dbAddress, std::string dbName, std::string dbUser,
                       std::string dbPassword) = 0;

@@ -3,7 +3,7 @@
 
 // Decides frame by frame whether a region's recognition runs (GetStatus not 0).
 class TriggerPlugin {
-public:
+  public:
     virtual void Open(std::string name, int id) = 0;
     virtual void Close(std::string name, int id) = 0;
     virtual std::string GetParameters(int reserved) = 0;
