@@ -30,6 +30,23 @@ int NextId(const Array& array) {
     return largest + 1;
 }
 
+// Closes the record's plug-in, if any, then removes the first record with the id.
+template <typename Array, typename Close>
+void RemoveFirstWithId(Array& array, int id, Close close) {
+    for (size_t i = 0; i < array.GetCount(); ++i)
+        if (array[i].id == id) {
+            close(array[i]);
+            array.RemoveAt(i);
+            return;
+        }
+}
+
+template <typename Record>
+void CloseWithNameAndId(Record& record) {
+    if (record.plugin != nullptr)
+        record.plugin->Close(record.name, record.id);
+}
+
 template <typename Array, typename Match>
 void RemoveWhere(Array& array, Match match) {
     for (size_t i = array.GetCount(); i-- > 0;)
@@ -182,11 +199,7 @@ int Project::RenameIntegrator(const std::string& oldName, const std::string& new
 }
 
 void Project::RemoveLane(int id) {
-    for (size_t i = 0; i < lanes.GetCount(); ++i)
-        if (lanes[i].id == id) {
-            lanes.RemoveAt(i);
-            return;
-        }
+    RemoveFirstWithId(lanes, id, [](Lane&) {});
 }
 
 void Project::RemoveCamera(int id) {
@@ -208,43 +221,29 @@ void Project::RemoveCamera(int id) {
 }
 
 void Project::RemoveIntegrator(int id) {
-    for (size_t i = 0; i < integrators.GetCount(); ++i)
-        if (integrators[i].id == id) {
-            if (integrators[i].plugin != nullptr)
-                integrators[i].plugin->Close(integrators[i].name, integrators[i].id);
-            integrators.RemoveAt(i);
-            return;
-        }
+    RemoveFirstWithId(integrators, id, CloseWithNameAndId<Integrator>);
 }
 
 void Project::RemoveTrigger(int id) {
-    for (size_t i = 0; i < triggers.GetCount(); ++i)
-        if (triggers[i].id == id) {
-            if (triggers[i].plugin != nullptr)
-                triggers[i].plugin->Close(triggers[i].name, triggers[i].id);
-            triggers.RemoveAt(i);
-            return;
-        }
+    RemoveFirstWithId(triggers, id, CloseWithNameAndId<Trigger>);
 }
 
 void Project::RemoveProcessor(int id) {
-    for (size_t i = processors.GetCount(); i-- > 0;)
-        if (processors[i].id == id) {
-            if (processors[i].plugin != nullptr)
-                processors[i].plugin->Close(processors[i].name, processors[i].id);
-            processors.RemoveAt(i);
-        }
+    // Every post processor with that id goes, not only the first.
+    RemoveWhere(processors, [id](PostProcessor& processor) {
+        if (processor.id != id)
+            return false;
+        CloseWithNameAndId(processor);
+        return true;
+    });
 }
 
 void Project::RemoveBoard(int id) {
     std::lock_guard<std::mutex> lock(boardsmutex);
-    for (size_t i = 0; i < boards.GetCount(); ++i)
-        if (boards[i].id == id) {
-            if (boards[i].plugin != nullptr)
-                boards[i].plugin->Close(0);
-            boards.RemoveAt(i);
-            return;
-        }
+    RemoveFirstWithId(boards, id, [](Board& board) {
+        if (board.plugin != nullptr)
+            board.plugin->Close(0);
+    });
 }
 
 std::string Project::GetBoardPins() {

@@ -93,18 +93,34 @@ void ReadRecords(const ComponentFile& file, int32_t count,
     }
 }
 
-bool ReadHeader(const ComponentFile& file, BinaryReader& reader, int32_t& version) {
-    if (reader.ReadInt(version))
-        return true;
-    ReportDamage(file, "no version");
-    return false;
+// Version and record count. False when the file has none, or a version the kind does not load
+// (silently: the count of such a file is not even read).
+bool ReadHeader(const ComponentFile& file, BinaryReader& reader, bool (*loads)(int32_t version),
+                int32_t& version, int32_t& count) {
+    if (!reader.ReadInt(version)) {
+        ReportDamage(file, "no version");
+        return false;
+    }
+    if (!loads(version))
+        return false;
+    if (!reader.ReadInt(count)) {
+        ReportDamage(file, "no record count");
+        return false;
+    }
+    return true;
 }
 
-bool ReadCount(const ComponentFile& file, BinaryReader& reader, int32_t& count) {
-    if (reader.ReadInt(count))
-        return true;
-    ReportDamage(file, "no record count");
-    return false;
+bool FromVersion1(int32_t version) {
+    return version >= 1;
+}
+bool FromVersion3(int32_t version) {
+    return version >= 3;
+}
+bool Version1Or2(int32_t version) {
+    return version == 1 || version == 2;
+}
+bool Version1Only(int32_t version) {
+    return version == 1;
 }
 
 void Save(const ComponentFile& file, const BinaryWriter& writer) {
@@ -186,8 +202,7 @@ void Project::LoadCamera() {
     auto reader = OpenComponentFile(kCameras);
     int32_t version = 0;
     int32_t count = 0;
-    if (!reader || !ReadHeader(kCameras, *reader, version) || version < 1 ||
-        !ReadCount(kCameras, *reader, count))
+    if (!reader || !ReadHeader(kCameras, *reader, FromVersion1, version, count))
         return;
     ReadRecords(kCameras, count, [&] {
         RecordHead head;
@@ -233,8 +248,7 @@ void Project::LoadBoard() {
     auto reader = OpenComponentFile(kBoards);
     int32_t version = 0;
     int32_t count = 0;
-    if (!reader || !ReadHeader(kBoards, *reader, version) || (version != 1 && version != 2) ||
-        !ReadCount(kBoards, *reader, count))
+    if (!reader || !ReadHeader(kBoards, *reader, Version1Or2, version, count))
         return;
     ReadRecords(kBoards, count, [&] {
         RecordHead head;
@@ -261,8 +275,7 @@ void Project::LoadTrigger() {
     auto reader = OpenComponentFile(kTriggers);
     int32_t version = 0;
     int32_t count = 0;
-    if (!reader || !ReadHeader(kTriggers, *reader, version) || version != 1 ||
-        !ReadCount(kTriggers, *reader, count))
+    if (!reader || !ReadHeader(kTriggers, *reader, Version1Only, version, count))
         return;
     ReadRecords(kTriggers, count, [&] {
         RecordHead head;
@@ -289,8 +302,7 @@ void Project::LoadIntegrator() {
     auto reader = OpenComponentFile(kIntegrators);
     int32_t version = 0;
     int32_t count = 0;
-    if (!reader || !ReadHeader(kIntegrators, *reader, version) || version < 1 ||
-        !ReadCount(kIntegrators, *reader, count))
+    if (!reader || !ReadHeader(kIntegrators, *reader, FromVersion1, version, count))
         return;
     const PluginOpenArgs args = OpenArgs();
     ReadRecords(kIntegrators, count, [&] {
@@ -343,8 +355,7 @@ void Project::LoadProcessor() {
     }
     int32_t version = 0;
     int32_t count = 0;
-    if (!ReadHeader(kProcessors, *reader, version) || version < 1 ||
-        !ReadCount(kProcessors, *reader, count))
+    if (!ReadHeader(kProcessors, *reader, FromVersion1, version, count))
         return;
     const PluginOpenArgs args = OpenArgs();
     ReadRecords(kProcessors, count, [&] {
@@ -457,8 +468,7 @@ void Project::LoadLane() {
     int32_t version = 0;
     int32_t count = 0;
     // Versions below 3 load nothing; their record count is not even read.
-    if (!reader || !ReadHeader(kLanes, *reader, version) || version < 3 ||
-        !ReadCount(kLanes, *reader, count))
+    if (!reader || !ReadHeader(kLanes, *reader, FromVersion3, version, count))
         return;
     ReadRecords(kLanes, count, [&] {
         Lane lane;
