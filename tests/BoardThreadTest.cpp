@@ -44,8 +44,12 @@ class BoardThreadRun : public ::testing::Test {
 TEST_F(BoardThreadRun, OnePassCarriesAnInputToAnOutputThroughTheGate) {
     BoardThread thread(project);
     EXPECT_EQ(OutputPin(), 0);
+    ClearJournal(PluginPath("postprocessor", "TestPostProcessor"));
     thread.Pass();
     EXPECT_EQ(OutputPin(), 1);
+    // Only the post processor that takes part in the pin traffic hears of it, status first.
+    EXPECT_EQ(JournalOf(PluginPath("postprocessor", "TestPostProcessor")),
+              "SetBoardStatus:uses=1\nGetBoardCommands:uses=1\n");
 }
 
 TEST_F(BoardThreadRun, TheRunningThreadFollowsPinChangesAndStopsWithinOnePass) {

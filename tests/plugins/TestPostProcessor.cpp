@@ -23,8 +23,13 @@ class TestPostProcessor : public PostProcessorPlugin {
     }
     std::string GetLibName() override { return "TestPostProcessor"; }
     std::string GetGuiName() override { return "Test Post Processor"; }
-    void SetBoardStatus(std::string) override { ++statuses_; }
-    std::string GetBoardCommands() override { return std::string(); }
+    void SetBoardStatus(std::string) override {
+        journal::Note("SetBoardStatus:uses=" + std::to_string(uses_));
+    }
+    std::string GetBoardCommands() override {
+        journal::Note("GetBoardCommands:uses=" + std::to_string(uses_));
+        return std::string();
+    }
     int UsesBoards() override { return uses_; }
     void NewTransit(std::string plate, std::string image, PluginDateTime, std::string gate,
                     std::string, int laneId, int) override {
@@ -36,7 +41,6 @@ class TestPostProcessor : public PostProcessorPlugin {
 
   private:
     std::atomic<int> uses_{0};
-    std::atomic<int> statuses_{0};
 };
 
 }  // namespace
