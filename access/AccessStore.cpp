@@ -34,6 +34,5 @@ void SaveAccess(const Project& project, const std::string& path) {
     writer.WriteString(project.password);
     writer.WriteInt(project.accessmode);
     writer.WriteInt(project.timeout);
-    const auto& bytes = writer.Bytes();
-    platform::WriteWholeFile(path, bytes.data(), bytes.size());
+    platform::WriteWholeFile(path, writer.Bytes());
 }

@@ -11,8 +11,7 @@ bool SaveLayout(const std::string& path, const WindowLayout& layout) {
     writer.WriteInt(layout.width);
     writer.WriteInt(layout.height);
     writer.WriteString(layout.perspective);
-    const auto& bytes = writer.Bytes();
-    return platform::WriteWholeFile(path, bytes.data(), bytes.size());
+    return platform::WriteWholeFile(path, writer.Bytes());
 }
 
 std::optional<WindowLayout> LoadLayout(const std::string& path) {

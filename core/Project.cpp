@@ -276,10 +276,7 @@ void Project::SetBoardPins(const std::string& commands) {
     while (FindTag(rest, "BOARD", begin, end)) {
         const std::string block = rest.substr(begin, end - begin);
         std::string name = "--";
-        size_t nameBegin = 0;
-        size_t nameEnd = 0;
-        if (FindTag(block, "NAME", nameBegin, nameEnd))
-            name = block.substr(nameBegin, nameEnd - nameBegin);
+        ReadTagString(block, "NAME", name);
         const int pin = GetTagInt(block, "PINID");
         const int value = GetTagInt(block, "VALUE");
         Board* board = GetBoardByName(name);

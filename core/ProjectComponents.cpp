@@ -124,8 +124,7 @@ bool Version1Only(int32_t version) {
 }
 
 void Save(const ComponentFile& file, const BinaryWriter& writer) {
-    const auto& bytes = writer.Bytes();
-    if (!platform::WriteWholeFile(file.fileName, bytes.data(), bytes.size()))
+    if (!platform::WriteWholeFile(file.fileName, writer.Bytes()))
         Warn(file.saveFunction, file.cannotSave);
 }
 
@@ -210,15 +209,11 @@ void Project::LoadCamera() {
         if (!ReadHead(*reader, head, true) || !ReadSince(*reader, version, 2, -1, camera.port) ||
             !ReadSince(*reader, version, 3, 0, camera.FrameDim) ||
             !ReadSince(*reader, version, 4, 0, camera.AutoDiscovery) ||
-            !ReadSince(*reader, version, 5, 10, camera.FPS))
+            !ReadSince(*reader, version, 5, 10, camera.FPS) ||
+            !ReadSince(*reader, version, 6, kMinimumBitrate, camera.bitrate))
             return false;
-        if (version >= 6) {
-            if (!ReadSince(*reader, version, 6, kMinimumBitrate, camera.bitrate))
-                return false;
-            camera.bitrate = ApplyBitrateRule(camera.bitrate);
-        } else {
-            camera.bitrate = kMinimumBitrate;
-        }
+        // The default of older files meets the rule as it is and stays at 50,000.
+        camera.bitrate = ApplyBitrateRule(camera.bitrate);
         camera.id = head.id;
         camera.name = head.name;
         camera.settings = head.settings;

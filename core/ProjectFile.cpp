@@ -10,19 +10,11 @@
 namespace {
 
 // A present key sets the value; an absent one keeps it or takes the default.
-void ReadText(const std::string& text, const char* key, std::string& value) {
-    size_t begin = 0;
-    size_t end = 0;
-    if (FindTag(text, key, begin, end))
-        value = text.substr(begin, end - begin);
-}
-
 void ReadNumber(const std::string& text, const char* key, int& value, bool hasDefault,
                 int fallback) {
-    size_t begin = 0;
-    size_t end = 0;
-    if (FindTag(text, key, begin, end))
-        value = AtoI(text.substr(begin, end - begin));
+    std::string number;
+    if (ReadTagString(text, key, number))
+        value = AtoI(number);
     else if (hasDefault)
         value = fallback;
 }
@@ -64,12 +56,12 @@ void ParseProjectSettings(const std::string& raw, Project& project) {
 
     std::lock_guard<std::mutex> lock(project.settingsmutex);
     PlaceSettings& place = project.place;
-    ReadText(text, "PLACENAME", place.placename);
+    ReadTagString(text, "PLACENAME", place.placename);
     ReadNumber(text, "PLACEID", place.placeid, false, 0);
-    ReadText(text, "PLACEDBIP", place.placedbip);
-    ReadText(text, "PLACEDBNAME", place.placedbname);
-    ReadText(text, "PLACEDBUSERNAME", place.placedbusername);
-    ReadText(text, "PLACEDBPASSWORD", place.placedbpassword);
+    ReadTagString(text, "PLACEDBIP", place.placedbip);
+    ReadTagString(text, "PLACEDBNAME", place.placedbname);
+    ReadTagString(text, "PLACEDBUSERNAME", place.placedbusername);
+    ReadTagString(text, "PLACEDBPASSWORD", place.placedbpassword);
     ReadNumber(text, "USELOCALDB", place.uselocaldb, true, 1);
     ReadNumber(text, "SYNCROTIME", place.syncrotime, true, 5);
     ReadNumber(text, "DBSTORAGE", place.dbstorage, true, 5);

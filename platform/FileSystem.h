@@ -46,6 +46,9 @@ bool WriteWholeFile(const std::string& path, const void* data, size_t size);
 inline bool WriteWholeFile(const std::string& path, const std::string& text) {
     return WriteWholeFile(path, text.data(), text.size());
 }
+inline bool WriteWholeFile(const std::string& path, const std::vector<uint8_t>& bytes) {
+    return WriteWholeFile(path, bytes.data(), bytes.size());
+}
 
 std::string FileExtension(const std::string& path);
 std::string FileNameWithoutExtension(const std::string& path);

@@ -60,10 +60,21 @@ inline bool FindTag(const std::string& text, const std::string& tag, size_t& beg
     return true;
 }
 
-inline std::string GetTagString(const std::string& text, const std::string& tag) {
+// Sets value to the element's text and returns true when the element is present; otherwise
+// leaves value as it was, so the caller keeps its own default.
+inline bool ReadTagString(const std::string& text, const std::string& tag, std::string& value) {
     size_t begin = 0;
     size_t end = 0;
-    return FindTag(text, tag, begin, end) ? text.substr(begin, end - begin) : std::string();
+    if (!FindTag(text, tag, begin, end))
+        return false;
+    value = text.substr(begin, end - begin);
+    return true;
+}
+
+inline std::string GetTagString(const std::string& text, const std::string& tag) {
+    std::string value;
+    ReadTagString(text, tag, value);
+    return value;
 }
 
 inline int GetTagInt(const std::string& text, const std::string& tag) {
