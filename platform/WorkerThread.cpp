@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+#include "Log.h"
+
 namespace platform {
 
 WorkerThread::~WorkerThread() {
@@ -15,7 +17,9 @@ bool WorkerThread::Run() {
     running_.store(true, std::memory_order_release);
     thread_ = std::thread([this] {
         Entry();
+        std::lock_guard<std::mutex> lock(wake_mutex_);
         running_.store(false, std::memory_order_release);
+        ended_.notify_all();
     });
     return true;
 }
@@ -26,13 +30,34 @@ void WorkerThread::Delete() {
         stop_.store(true, std::memory_order_release);
     }
     wake_.notify_all();
-    if (thread_.joinable() && thread_.get_id() != std::this_thread::get_id())
-        thread_.join();
+    if (!thread_.joinable() || thread_.get_id() == std::this_thread::get_id())
+        return;
+    std::unique_lock<std::mutex> lock(wake_mutex_);
+    int waited = 0;
+    while (!ended_.wait_for(lock, std::chrono::milliseconds(kStopReportMs),
+                            [this] { return !IsRunning(); })) {
+        waited += kStopReportMs;
+        CORVANE_LOG_WARNING("WorkerThread::Delete", report_name_ + " has not stopped after " +
+                                                        std::to_string(waited / 1000) +
+                                                        " s: a plug-in call has not returned");
+    }
+    lock.unlock();
+    thread_.join();
+}
+
+void WorkerThread::Wake() {
+    {
+        std::lock_guard<std::mutex> lock(wake_mutex_);
+        woken_ = true;
+    }
+    wake_.notify_all();
 }
 
 bool WorkerThread::Pause(int milliseconds) {
     std::unique_lock<std::mutex> lock(wake_mutex_);
-    wake_.wait_for(lock, std::chrono::milliseconds(milliseconds), [this] { return TestDestroy(); });
+    wake_.wait_for(lock, std::chrono::milliseconds(milliseconds),
+                   [this] { return TestDestroy() || woken_; });
+    woken_ = false;
     return !TestDestroy();
 }
 

@@ -169,3 +169,14 @@ ParameterValue ParsePinDefault(const std::string& defaultText,
         value.pin = pin;
     return value;
 }
+
+std::string ValueTextOf(const std::vector<std::pair<std::string, std::string>>& values) {
+    std::string text;
+    for (const auto& [name, value] : values) {
+        TagOpen("PARAMETER", text);
+        TagString("NAME", name, text);
+        TagString("VALUE", value, text);
+        TagClose("PARAMETER", text);
+    }
+    return text;
+}

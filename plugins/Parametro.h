@@ -1,5 +1,6 @@
 #pragma once
 #include <string>
+#include <utility>
 #include <vector>
 
 // Type codes of a described plug-in parameter; the codes are not contiguous.
@@ -55,6 +56,10 @@ extern const char* const kNoPin;    // "NO PIN"
 // The value return handed to a plug-in's SetParameters: one block per parameter, in order.
 std::string WriteValueReturn(const ArrayParametro& parameters,
                              const std::vector<ParameterValue>& values);
+
+// A value return written from name and value pairs, for settings made without a dialog (the
+// demo project, tests).
+std::string ValueTextOf(const std::vector<std::pair<std::string, std::string>>& values);
 
 // Initial value of a parameter's control, from its default.
 ParameterValue DefaultValueOf(const Parametro& parameter);
