@@ -1,4 +1,5 @@
 #pragma once
+#include <memory>
 #include <string>
 
 #include "OwningArray.h"
@@ -14,9 +15,10 @@ struct Camera {
     std::string settings;
     int id = 1;
     int sampling = 0;  // never stored
-    GrabThread* grabthread = nullptr;
-    WSDiscovery* wsdiscovery = nullptr;
-    SoapThread* soapthread = nullptr;
+    // Run-time workers, owned by the record and null while it does not sample.
+    std::shared_ptr<GrabThread> grabthread;
+    std::shared_ptr<WSDiscovery> wsdiscovery;
+    std::shared_ptr<SoapThread> soapthread;
     CameraPlugin* plugin = nullptr;
     int port = -1;
     int FrameDim = 0;

@@ -1,4 +1,5 @@
 #pragma once
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -38,9 +39,10 @@ struct Lane {
     std::string trigname = "No trigger";
     std::string intname = "No Lane";
     int UseTemplate = 0;
-    LPRThread* lprthread = nullptr;
-    WSDiscovery* wsdiscovery = nullptr;
-    SoapThread* soapthread = nullptr;
+    // Run-time workers, owned by the record and null while it is stopped.
+    std::shared_ptr<LPRThread> lprthread;
+    std::shared_ptr<WSDiscovery> wsdiscovery;
+    std::shared_ptr<SoapThread> soapthread;
 
     // The four corners of roi: (x1,y1), (x2,y1), (x2,y2), (x1,y2).
     std::vector<ShapePoint> RoiCorners() const {

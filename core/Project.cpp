@@ -378,6 +378,15 @@ PluginOpenArgs Project::OpenArgs() const {
     return args;
 }
 
+void Project::LoadPluginDirectories() {
+    cameraplugins.InitList();
+    integratorplugins.LoadPlugin();
+    processorplugins.LoadPlugin();
+    boardplugins.LoadPlugin();
+    triggerplugins.LoadPlugin();
+    lprplugins.InitList();
+}
+
 void Project::StartLanes() {
     if (runner_ == nullptr)
         return;

@@ -1,4 +1,5 @@
 #pragma once
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -78,7 +79,7 @@ class Project {
     std::mutex settingsmutex;
     PlaceSettings place;
 
-    int selcamera = -1;
+    std::atomic<int> selcamera{-1};  // read by the source threads without a lock
     FrameRing<cv::Mat> camframes;
     std::mutex framemutex;
     uint32_t viewtick = 0;
@@ -103,6 +104,7 @@ class Project {
 
     // Process-wide locks of the model; where two are taken together, in this order:
     // lprmutex before processorsmutex.
+    std::mutex lprmutex;  // serialises every region's calls into the gates
     std::mutex selectionmutex;
     std::mutex lanesmutex;
     std::mutex boardsmutex;
@@ -186,6 +188,9 @@ class Project {
     void LoadComponents();
     // All six in the save order: boards, cameras, integrators, processors, lanes, triggers.
     void SaveComponents();
+
+    // Scans every plug-in directory below ./plugin/, in the start-up order.
+    void LoadPluginDirectories();
 
     // Run control.
     void SetLaneRunner(LaneRunner* runner) { runner_ = runner; }
