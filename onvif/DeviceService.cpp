@@ -1,0 +1,94 @@
+// The device management operations with content: identity, scopes and capabilities of the
+// stream's device. Every value is a constant or comes from the stream's device data.
+#include "OnvifDeviceData.h"
+#include "soapDeviceService.h"
+
+namespace {
+
+const OnvifDeviceData& DataOf(struct soap* context) {
+    return *static_cast<const OnvifDeviceData*>(context->user);
+}
+
+// The address of every service of the device; the server answers on any path.
+std::string ServiceUrl(const OnvifDeviceData& data) {
+    const std::string host = data.addresses.empty() ? "127.0.0.1" : data.addresses.front();
+    return "http://" + host + ":" + std::to_string(data.port) + "/onvif/services";
+}
+
+bool* Flag(struct soap* context, bool value) {
+    bool* flag = soap_new_bool(context);
+    *flag = value;
+    return flag;
+}
+
+tt__Scope* FixedScope(struct soap* context, const std::string& path) {
+    tt__Scope* scope = soap_new_tt__Scope(context);
+    scope->ScopeDef = tt__ScopeDefinition__Fixed;
+    scope->ScopeItem = "onvif://www.onvif.org/" + path;
+    return scope;
+}
+
+tt__DeviceCapabilities* DeviceCapabilities(struct soap* context, const std::string& url) {
+    auto* device = soap_new_tt__DeviceCapabilities(context);
+    device->XAddr = url;
+    device->Network = soap_new_tt__NetworkCapabilities(context);
+    device->Network->IPFilter = Flag(context, true);
+    device->Network->ZeroConfiguration = Flag(context, false);
+    device->Network->IPVersion6 = Flag(context, false);
+    device->Network->DynDNS = Flag(context, false);
+    device->System = soap_new_tt__SystemCapabilities(context);
+    device->System->DiscoveryResolve = true;
+    device->System->DiscoveryBye = false;
+    device->System->RemoteDiscovery = true;
+    device->System->SystemBackup = false;
+    device->System->SystemLogging = false;
+    device->System->FirmwareUpgrade = false;
+    auto* version = soap_new_tt__OnvifVersion(context);
+    version->Major = 1;
+    version->Minor = 0;
+    device->System->SupportedVersions.push_back(version);
+    return device;
+}
+
+}  // namespace
+
+int DeviceService::GetDeviceInformation(_tds__GetDeviceInformation*,
+                                        _tds__GetDeviceInformationResponse& response) {
+    response.Manufacturer = "Halvern";
+    response.Model = DataOf(soap).name;
+    response.FirmwareVersion = "1.1";
+    response.SerialNumber = "12345678";
+    response.HardwareId = "123456";
+    return SOAP_OK;
+}
+
+int DeviceService::GetScopes(_tds__GetScopes*, _tds__GetScopesResponse& response) {
+    response.Scopes.push_back(FixedScope(soap, "type/video_encoder"));
+    response.Scopes.push_back(FixedScope(soap, "location/building/headquarter"));
+    response.Scopes.push_back(FixedScope(soap, "name/" + DataOf(soap).name));
+    return SOAP_OK;
+}
+
+int DeviceService::GetCapabilities(_tds__GetCapabilities*,
+                                   _tds__GetCapabilitiesResponse& response) {
+    const std::string url = ServiceUrl(DataOf(soap));
+    auto* capabilities = soap_new_tt__Capabilities(soap);
+    capabilities->Device = DeviceCapabilities(soap, url);
+    capabilities->Events = soap_new_tt__EventCapabilities(soap);
+    capabilities->Events->XAddr = url;
+    capabilities->Events->WSSubscriptionPolicySupport = false;
+    capabilities->Events->WSPullPointSupport = false;
+    capabilities->Events->WSPausableSubscriptionManagerInterfaceSupport = false;
+    capabilities->Imaging = soap_new_tt__ImagingCapabilities(soap);
+    capabilities->Imaging->XAddr = url;
+    capabilities->Media = soap_new_tt__MediaCapabilities(soap);
+    capabilities->Media->XAddr = url;
+    capabilities->Media->StreamingCapabilities = soap_new_tt__RealTimeStreamingCapabilities(soap);
+    capabilities->Media->StreamingCapabilities->RTPMulticast = Flag(soap, true);
+    capabilities->Media->StreamingCapabilities->RTP_USCORETCP = Flag(soap, true);
+    capabilities->Media->StreamingCapabilities->RTP_USCORERTSP_USCORETCP = Flag(soap, false);
+    capabilities->PTZ = soap_new_tt__PTZCapabilities(soap);
+    capabilities->PTZ->XAddr = url;
+    response.Capabilities = capabilities;
+    return SOAP_OK;
+}

@@ -1,0 +1,258 @@
+#include "RtspService.h"
+
+#include <gst/app/gstappsrc.h>
+#include <gst/gst.h>
+#include <gst/rtsp-server/rtsp-server.h>
+
+#include <chrono>
+#include <cstdio>
+
+#include "H264Encoder.h"
+#include "platform/Ticks.h"
+
+// One stream: its mount, its live source (the media's appsrc, while a client is connected) and
+// the encoder that exists while the source does.
+struct RtspService::Stream {
+    std::string name;
+    int bitrate = 0;
+    std::mutex mutex;  // guards everything below
+    bool alive = false;
+    GstElement* source = nullptr;
+    std::unique_ptr<H264Encoder> encoder;
+    int width = kDefaultWidth;
+    int height = kDefaultHeight;
+    int intervalFrames = 0;
+    int intervalBytes = 0;
+    uint32_t intervalStart = 0;
+    std::vector<uint8_t> packet;
+
+    void PushFrame(const uint8_t* data, int frameWidth, int frameHeight);
+};
+
+namespace {
+
+constexpr const char* kLaunch =
+    "( appsrc name=src is-live=true format=time do-timestamp=true "
+    "caps=video/x-h264,stream-format=byte-stream,alignment=au "
+    "! h264parse config-interval=-1 ! rtph264pay name=pay0 pt=96 config-interval=-1 )";
+
+void OnUnprepared(GstRTSPMedia*, gpointer data) {
+    auto* stream = static_cast<RtspService::Stream*>(data);
+    std::lock_guard<std::mutex> lock(stream->mutex);
+    stream->alive = false;
+    if (stream->source != nullptr)
+        gst_object_unref(stream->source);
+    stream->source = nullptr;
+    stream->encoder.reset();  // encoding stops until the next client
+}
+
+void OnMediaConfigure(GstRTSPMediaFactory*, GstRTSPMedia* media, gpointer data) {
+    auto* stream = static_cast<RtspService::Stream*>(data);
+    GstElement* element = gst_rtsp_media_get_element(media);
+    GstElement* source = gst_bin_get_by_name_recurse_up(GST_BIN(element), "src");
+    gst_object_unref(element);
+    g_signal_connect(media, "unprepared", G_CALLBACK(OnUnprepared), stream);
+    std::lock_guard<std::mutex> lock(stream->mutex);
+    if (stream->source != nullptr)
+        gst_object_unref(stream->source);
+    stream->source = source;
+    stream->encoder.reset();
+    stream->intervalFrames = 0;
+    stream->intervalBytes = 0;
+    stream->intervalStart = platform::GetTickCount();
+    stream->alive = source != nullptr;
+}
+
+std::string MountPath(const std::string& name) {
+    return "/" + name;
+}
+
+}  // namespace
+
+void RtspService::Stream::PushFrame(const uint8_t* data, int frameWidth, int frameHeight) {
+    if (!encoder)
+        encoder = std::make_unique<H264Encoder>(width, height, bitrate);
+    // The earlier frame has not left yet: this one is dropped unencoded.
+    const guint64 waiting = gst_app_src_get_current_level_bytes(GST_APP_SRC(source));
+    if (waiting > 0)
+        return;
+    // Nothing is queued here, and the encoder hands out no packet of 300,000 bytes or more,
+    // so every packet fits the staging limit.
+    const int count = encoder->Encode(data, frameWidth, frameHeight, packet);
+    if (count > 0) {
+        GstBuffer* buffer = gst_buffer_new_memdup(packet.data(), packet.size());
+        gst_app_src_push_buffer(GST_APP_SRC(source), buffer);  // takes the buffer
+        intervalBytes += count;
+        ++intervalFrames;
+    }
+    const uint32_t now = platform::GetTickCount();
+    if (platform::ElapsedTicks(now, intervalStart) > kIntervalMs) {
+        intervalStart = now;
+        encoder->SetMeasuredRate(intervalFrames, intervalBytes, kIntervalMs / 1000);
+        intervalFrames = 0;
+        intervalBytes = 0;
+    }
+}
+
+RtspService::RtspService(std::string address, int port)
+    : address_(std::move(address)), port_(port) {
+    gst_init(nullptr, nullptr);
+}
+
+RtspService::~RtspService() {
+    StopAllStreams();
+    for (auto& stream : retired_) {
+        std::lock_guard<std::mutex> lock(stream->mutex);
+        if (stream->source != nullptr)
+            gst_object_unref(stream->source);
+        stream->source = nullptr;
+    }
+}
+
+void RtspService::Start() {
+    if (thread_.joinable())
+        return;
+    stop_ = false;
+    thread_ = std::thread([this] { Run(); });
+}
+
+bool RtspService::Attach() {
+    server_ = gst_rtsp_server_new();
+    gst_rtsp_server_set_address(server_, address_.c_str());
+    gst_rtsp_server_set_service(server_, std::to_string(port_).c_str());
+    if (gst_rtsp_server_attach(server_, context_) != 0)
+        return true;
+    g_object_unref(server_);
+    server_ = nullptr;
+    return false;
+}
+
+void RtspService::Run() {
+    context_ = g_main_context_new();
+    loop_ = g_main_loop_new(context_, FALSE);
+    while (!Attach()) {
+        for (int round = 0; round < kRetryRounds; ++round) {
+            if (stop_)
+                return;
+            platform::SleepMs(100);
+        }
+    }
+    running_ = true;
+    g_main_loop_run(loop_);
+    std::printf("L555 LOOP END\n");
+}
+
+void RtspService::StopAllStreams() {
+    if (!thread_.joinable())
+        return;
+    stop_ = true;
+    if (running_) {
+        std::vector<std::string> names;
+        {
+            std::shared_lock<std::shared_mutex> lock(streamsMutex_);
+            for (const auto& stream : streams_)
+                names.push_back(stream->name);
+        }
+        for (const auto& name : names)
+            RemoveStream(name);
+        g_main_loop_quit(loop_);
+    }
+    thread_.join();
+    running_ = false;
+    if (server_ != nullptr) {
+        // The server's sessions go with their main context.
+        GstRTSPSessionPool* pool = gst_rtsp_server_get_session_pool(server_);
+        gst_rtsp_session_pool_cleanup(pool);
+        g_object_unref(pool);
+        g_object_unref(server_);
+        server_ = nullptr;
+    }
+    if (loop_ != nullptr) {
+        g_main_loop_unref(loop_);
+        loop_ = nullptr;
+    }
+    if (context_ != nullptr) {
+        g_main_context_unref(context_);
+        context_ = nullptr;
+    }
+    std::printf("L555 END\n");
+}
+
+std::shared_ptr<RtspService::Stream> RtspService::Find(const std::string& name) const {
+    std::shared_lock<std::shared_mutex> lock(streamsMutex_);
+    for (const auto& stream : streams_)
+        if (stream->name == name)
+            return stream;
+    return nullptr;
+}
+
+void RtspService::AddStream(const std::string& name, int bitrate) {
+    if (!running_)
+        return;
+    auto stream = std::make_shared<Stream>();
+    stream->name = name;
+    stream->bitrate = bitrate;
+    GstRTSPMediaFactory* factory = gst_rtsp_media_factory_new();
+    gst_rtsp_media_factory_set_launch(factory, kLaunch);
+    gst_rtsp_media_factory_set_shared(factory, TRUE);
+    g_signal_connect(factory, "media-configure", G_CALLBACK(OnMediaConfigure), stream.get());
+    GstRTSPMountPoints* mounts = gst_rtsp_server_get_mount_points(server_);
+    gst_rtsp_mount_points_add_factory(mounts, MountPath(name).c_str(), factory);
+    g_object_unref(mounts);
+    std::unique_lock<std::shared_mutex> lock(streamsMutex_);
+    streams_.push_back(std::move(stream));
+}
+
+void RtspService::RemoveStream(const std::string& name) {
+    if (!running_)
+        return;
+    std::unique_lock<std::shared_mutex> lock(streamsMutex_);
+    for (auto it = streams_.begin(); it != streams_.end();) {
+        if ((*it)->name != name) {
+            ++it;
+            continue;
+        }
+        GstRTSPMountPoints* mounts = gst_rtsp_server_get_mount_points(server_);
+        gst_rtsp_mount_points_remove_factory(mounts, MountPath(name).c_str());
+        g_object_unref(mounts);
+        {
+            std::lock_guard<std::mutex> streamLock((*it)->mutex);
+            (*it)->alive = false;  // clients in play stay connected, without frames
+        }
+        retired_.push_back(*it);
+        it = streams_.erase(it);
+    }
+}
+
+bool RtspService::HasStream(const std::string& name) const {
+    return Find(name) != nullptr;
+}
+
+bool RtspService::IsStreamLive(const std::string& name) const {
+    const auto stream = Find(name);
+    if (!stream)
+        return false;
+    std::lock_guard<std::mutex> lock(stream->mutex);
+    return stream->alive;
+}
+
+void RtspService::SetStreamSize(int width, int height, const std::string& name) {
+    const auto stream = Find(name);
+    if (!stream)
+        return;
+    std::lock_guard<std::mutex> lock(stream->mutex);
+    stream->width = width;
+    stream->height = height;
+}
+
+void RtspService::PushStreamFrame(const uint8_t* data, int width, int height,
+                                  const std::string& name) {
+    if (!running_ || data == nullptr || width <= 0 || height <= 0)
+        return;
+    const auto stream = Find(name);
+    if (!stream)
+        return;
+    std::lock_guard<std::mutex> lock(stream->mutex);
+    if (stream->alive && stream->source != nullptr)
+        stream->PushFrame(data, width, height);
+}
