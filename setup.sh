@@ -20,6 +20,7 @@ PACKAGES=(
     libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev libgstrtspserver-1.0-dev
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
     gstreamer1.0-plugins-ugly gstreamer1.0-libav gstreamer1.0-tools
+    gstreamer1.0-plugins-base-apps
     # ONVIF and discovery
     gsoap libgsoap-dev libxml2-dev
     # transit database
@@ -80,9 +81,13 @@ build
 case "${1:-}" in
     run)
         shift
-        exec ./build/corvane "$@"
+        # The program's folder is its working directory: plug-ins, templates and projects.
+        cd build
+        exec ./corvane "$@"
         ;;
     test)
+        # The ONVIF tests drive the device front with the npm "onvif" client.
+        (cd tests/onvif-client && npm ci --no-audit --no-fund --loglevel=error)
         cd build
         exec ctest --output-on-failure --timeout 900 -j "$(nproc)"
         ;;

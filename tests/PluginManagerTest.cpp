@@ -46,7 +46,7 @@ TEST_F(PluginManagers, EachKindFindsItsDirectoryAndFactory) {
     EXPECT_EQ(project.cameraplugins.GetCount(), 1u);
     EXPECT_EQ(project.triggerplugins.GetCount(), 1u);
     EXPECT_EQ(project.integratorplugins.GetCount(), 1u);
-    EXPECT_EQ(project.lprplugins.GetCount(), 1u);
+    EXPECT_EQ(project.lprplugins.GetCount(), 2u);  // TestLPR and ScriptLPR
     EXPECT_EQ(project.cameraplugins.GuiNameToLibName("Test Camera"), "TestCamera");
     EXPECT_EQ(project.cameraplugins.LibNameToGuiName("TestCamera"), "Test Camera");
     EXPECT_EQ(project.cameraplugins.GuiNameToLibName("Nothing"), "");

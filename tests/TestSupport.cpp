@@ -114,3 +114,14 @@ void ClearJournal(const std::string& libraryPath) {
         clear();
     ::dlclose(handle);
 }
+
+void SetScript(const std::string& libraryPath, const std::string& script) {
+    void* handle = LoadedHandle(libraryPath);
+    if (handle == nullptr)
+        return;
+    using SetFn = void (*)(const char*);
+    auto set = reinterpret_cast<SetFn>(::dlsym(handle, "TestScriptSet"));
+    if (set != nullptr)
+        set(script.c_str());
+    ::dlclose(handle);
+}

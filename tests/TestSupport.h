@@ -60,3 +60,5 @@ std::string PluginPath(const std::string& kind, const std::string& name);
 // The call journal of a loaded test plug-in, and its reset.
 std::string JournalOf(const std::string& libraryPath);
 void ClearJournal(const std::string& libraryPath);
+// Sets the script of a loaded test plug-in ("key=value" lines).
+void SetScript(const std::string& libraryPath, const std::string& script);

@@ -37,3 +37,33 @@ CORVANE_PLUGIN_EXPORT void TestJournalClear() {
     std::lock_guard<std::mutex> lock(journal::Mutex());
     journal::Text().clear();
 }
+
+// A script that steers a test plug-in's answers: "key=value" lines, set by the test.
+namespace journal {
+
+inline std::string& ScriptText() {
+    static std::string text;
+    return text;
+}
+
+inline std::string Script() {
+    std::lock_guard<std::mutex> lock(Mutex());
+    return ScriptText();
+}
+
+// The value of "key=" in the script, or fallback.
+inline std::string ScriptValue(const std::string& key, const std::string& fallback) {
+    const std::string script = "\n" + Script();
+    const size_t at = script.find("\n" + key + "=");
+    if (at == std::string::npos)
+        return fallback;
+    const size_t begin = at + key.size() + 2;
+    return script.substr(begin, script.find('\n', begin) - begin);
+}
+
+}  // namespace journal
+
+CORVANE_PLUGIN_EXPORT void TestScriptSet(const char* script) {
+    std::lock_guard<std::mutex> lock(journal::Mutex());
+    journal::ScriptText() = script;
+}

@@ -1,4 +1,6 @@
 // A camera that produces a numbered grey gradient frame on each GetFrame call.
+#include <algorithm>
+#include <cstdio>
 #include <vector>
 
 #include "Journal.h"
@@ -18,12 +20,20 @@ class TestCamera : public CameraPlugin {
     void* GetFrame(int* width, int* height, int* format, int* frameId) override {
         if (!started_)
             return nullptr;
-        frame_.assign(static_cast<size_t>(width_ * height_ * 3), static_cast<uint8_t>(counter_));
-        *width = width_;
-        *height = height_;
-        *format = kFrameRGB24;
+        // The script can make the frames odd: "shape=width,height,format" and "null=1".
+        int w = width_;
+        int h = height_;
+        int f = kFrameRGB24;
+        const std::string shape = journal::ScriptValue("shape", "");
+        if (!shape.empty())
+            std::sscanf(shape.c_str(), "%d,%d,%d", &w, &h, &f);
+        frame_.assign(static_cast<size_t>(std::max(w, 0)) * static_cast<size_t>(std::max(h, 0)) * 4,
+                      static_cast<uint8_t>(counter_));
+        *width = w;
+        *height = h;
+        *format = f;
         *frameId = counter_++;
-        return frame_.data();
+        return journal::ScriptValue("null", "0") == "1" ? nullptr : frame_.data();
     }
     void FreeMemory() override {
         journal::Note("FreeMemory");

@@ -2,6 +2,7 @@
 // settings <BOARD>name<\BOARD><FROM>pin<\FROM><TO>pin<\TO>.
 #include <mutex>
 
+#include "BoardText.h"
 #include "Journal.h"
 #include "corvane/IntegratorPlugin.h"
 #include "corvane/TagText.h"
@@ -31,42 +32,32 @@ class TestGate : public IntegratorPlugin {
     std::string GetGuiName() override { return "Test Gate"; }
     void SetBoardStatus(std::string status) override {
         std::lock_guard<std::mutex> lock(mutex_);
-        value_ = -1;
-        // Find this board's block, then the pin's block inside it.
-        std::string rest = status;
-        size_t begin = 0;
-        size_t end = 0;
-        while (FindTag(rest, "BOARD", begin, end)) {
-            std::string block = rest.substr(begin, end - begin);
-            if (GetTagString(block, "NAME") == board_) {
-                while (FindTag(block, "PIN", begin, end)) {
-                    const std::string pin = block.substr(begin, end - begin);
-                    if (GetTagInt(pin, "ID") == from_)
-                        value_ = GetTagInt(pin, "VALUE");
-                    block.erase(0, end + 6);
-                }
-                return;
-            }
-            rest.erase(0, end + 8);
-        }
+        value_ = boardtext::PinValue(status, board_, from_);
     }
     std::string GetBoardCommands() override {
         std::lock_guard<std::mutex> lock(mutex_);
         if (value_ < 0)
             return std::string();
-        std::string text;
-        TagOpen("BOARD", text);
-        TagString("NAME", board_, text);
-        TagInt("PINID", to_, text);
-        TagInt("VALUE", value_, text);
-        TagClose("BOARD", text);
-        return text;
+        return boardtext::SetPinCommand(board_, to_, value_);
     }
-    void NewFrame(void*, int, int, int, PluginDateTime, std::string, std::string) override {}
-    std::string NewResult(std::string plate, PluginRect, int, int, int, std::string) override {
-        return plate == " " ? std::string() : plate + "::gate::01-01-2026 10:00:00::img.jpg";
+    void NewFrame(void* pixels, int width, int height, int depth, PluginDateTime, std::string lane,
+                  std::string place) override {
+        journal::Note("NewFrame:" + std::to_string(width) + "x" + std::to_string(height) + ":" +
+                      std::to_string(depth) + ":" + lane + ":" + place +
+                      (pixels != nullptr ? "" : ":null"));
     }
-    int WantsSceneResult() override { return 0; }
+    // Answers a reading with a transit line, an empty frame with the script's "empty" line.
+    std::string NewResult(std::string plate, PluginRect box, int charHeight, int reserved,
+                          int confidence, std::string tags) override {
+        journal::Note("NewResult:" + plate + ":" + std::to_string(box.x) + "," +
+                      std::to_string(box.y) + "," + std::to_string(box.width) + "," +
+                      std::to_string(box.height) + ":" + std::to_string(charHeight) + ":" +
+                      std::to_string(reserved) + ":" + std::to_string(confidence) + ":" + tags);
+        if (plate == " ")
+            return journal::ScriptValue("empty", "");
+        return plate + "::gate::01-01-2026 10:00:00::img.jpg";
+    }
+    int WantsSceneResult() override { return AtoI(journal::ScriptValue("scene", "0")); }
     int HasDialog() override { return 0; }
     int ShowDialog(NativeWindow, std::string) override { return 0; }
 

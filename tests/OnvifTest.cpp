@@ -1,0 +1,294 @@
+// The ONVIF device front with real peers on loopback: the discovery responder answering Probe
+// datagrams, and ignoring garbage, oversized and hostile ones.
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <regex>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "CommandOutput.h"
+#include "StreamProducer.h"
+#include "onvif/SoapThread.h"
+#include "onvif/WSDiscovery.h"
+#include "platform/FileSystem.h"
+#include "streaming/RtspService.h"
+
+namespace {
+
+int TestPort() {
+    return 19000 + static_cast<int>(::getpid() % 1000);
+}
+
+std::string Probe(const std::string& messageId, const std::string& types) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
+           "<s:Envelope xmlns:s=\"http://www.w3.org/2003/05/soap-envelope\" "
+           "xmlns:a=\"http://schemas.xmlsoap.org/ws/2004/08/addressing\" "
+           "xmlns:d=\"http://schemas.xmlsoap.org/ws/2005/04/discovery\" "
+           "xmlns:dn=\"http://www.onvif.org/ver10/network/wsdl\">"
+           "<s:Header><a:Action>http://schemas.xmlsoap.org/ws/2005/04/discovery/Probe</a:Action>"
+           "<a:MessageID>" +
+           messageId +
+           "</a:MessageID>"
+           "<a:To>urn:schemas-xmlsoap-org:ws:2005:04:discovery</a:To></s:Header>"
+           "<s:Body><d:Probe><d:Types>" +
+           types + "</d:Types></d:Probe></s:Body></s:Envelope>";
+}
+
+// A client socket on loopback that sends datagrams to the responder and waits for answers.
+class ProbeClient {
+  public:
+    ProbeClient() : sock_(::socket(AF_INET, SOCK_DGRAM, 0)) {}
+    ~ProbeClient() { ::close(sock_); }
+    void Send(const std::string& datagram, int port) const {
+        sockaddr_in to{};
+        to.sin_family = AF_INET;
+        to.sin_port = htons(static_cast<uint16_t>(port));
+        to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        ::sendto(sock_, datagram.data(), datagram.size(), 0, reinterpret_cast<sockaddr*>(&to),
+                 sizeof to);
+    }
+    std::string Receive(int milliseconds) const {
+        pollfd waiting{sock_, POLLIN, 0};
+        if (::poll(&waiting, 1, milliseconds) <= 0)
+            return std::string();
+        std::string buffer(65536, '\0');
+        const ssize_t size = ::recv(sock_, buffer.data(), buffer.size(), 0);
+        return size > 0 ? buffer.substr(0, static_cast<size_t>(size)) : std::string();
+    }
+
+  private:
+    int sock_;
+};
+
+std::string ElementText(const std::string& xml, const std::string& localName) {
+    const std::regex element("<(?:[A-Za-z0-9]+:)?" + localName + ">([^<]*)</");
+    std::smatch match;
+    return std::regex_search(xml, match, element) ? match[1].str() : std::string("(none)");
+}
+
+}  // namespace
+
+TEST(WSDiscovery, UuidsAreStableForASeedAndWellFormed) {
+    const std::string uuid = WSDiscovery::MakeUuid(8081);
+    EXPECT_EQ(uuid, WSDiscovery::MakeUuid(8081));
+    EXPECT_NE(uuid, WSDiscovery::MakeUuid(8082));
+    EXPECT_TRUE(std::regex_match(
+        uuid, std::regex("uuid:[0-9a-f]{8}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{12}")))
+        << uuid;
+}
+
+TEST(WSDiscovery, OnlyProbesForAVideoTransmitterAreAnswered) {
+    EXPECT_EQ(WSDiscovery::ProbeMessageId(Probe("uuid:1", "dn:NetworkVideoTransmitter")), "uuid:1");
+    EXPECT_EQ(WSDiscovery::ProbeMessageId(Probe("uuid:2", " tds:NetworkVideoTransmitter ")),
+              "uuid:2");
+    EXPECT_EQ(WSDiscovery::ProbeMessageId(Probe("uuid:3", "tds:Device")), "");
+    EXPECT_EQ(WSDiscovery::ProbeMessageId("not xml at all <<<"), "");
+    EXPECT_EQ(WSDiscovery::ProbeMessageId(std::string(9000, 'x')), "");
+    // A document that asks for an external entity is read without fetching it.
+    const std::string probe = Probe("&x;", "dn:NetworkVideoTransmitter");
+    const std::string hostile =
+        "<?xml version=\"1.0\"?><!DOCTYPE s:Envelope [<!ENTITY x SYSTEM \"file:///etc/passwd\">]>" +
+        probe.substr(probe.find("?>") + 2);
+    EXPECT_EQ(WSDiscovery::ProbeMessageId(hostile).find("root:"), std::string::npos);
+}
+
+TEST(WSDiscovery, AnswersByUnicastAndSurvivesGarbage) {
+    platform::ScopedWorkingDirectory cwd(CORVANE_APP_DIR);  // where "templ/" lies
+    WSDiscovery responder("Lane1", 8081, TestPort());
+    responder.SetAddresses({"10.0.0.5", "10.0.0.6"});
+    responder.Run();
+    for (int i = 0; i < 100 && !responder.Listening(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    ASSERT_TRUE(responder.Listening());
+
+    ProbeClient client;
+    client.Send(std::string(9000, '<'), TestPort());          // oversized
+    client.Send("\x01\x02garbage", TestPort());               // no XML
+    client.Send(Probe("uuid:aa", "tds:Device"), TestPort());  // another type
+    client.Send(Probe("uuid:bb", "dn:NetworkVideoTransmitter"), TestPort());
+    const std::string first = client.Receive(3000);
+    ASSERT_FALSE(first.empty());
+    EXPECT_EQ(client.Receive(300), "");  // exactly one answer, to the one real Probe
+    EXPECT_EQ(ElementText(first, "RelatesTo"), "uuid:bb");
+    EXPECT_EQ(ElementText(first, "Address"), responder.EndpointUrn());
+    EXPECT_EQ(
+        ElementText(first, "XAddrs"),
+        "http://10.0.0.5:8081/onvif/device_service http://10.0.0.6:8081/onvif/device_service ");
+    EXPECT_EQ(ElementText(first, "Scopes"),
+              "onvif://www.onvif.org/type/video_encoder  onvif://www.onvif.org/hardware/Lane1 "
+              "onvif://www.onvif.org/name/Lane1 onvif://www.onvif.org/location/");
+    EXPECT_NE(ElementText(first, "Types").find("NetworkVideoTransmitter"), std::string::npos);
+
+    client.Send(Probe("uuid:cc", "dn:NetworkVideoTransmitter"), TestPort());
+    const std::string second = client.Receive(3000);
+    EXPECT_EQ(ElementText(second, "RelatesTo"), "uuid:cc");
+    EXPECT_EQ(ElementText(second, "MessageID"), ElementText(first, "MessageID"));
+
+    const auto started = std::chrono::steady_clock::now();
+    responder.Stop();
+    EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::milliseconds(500));
+}
+
+namespace {
+
+// One HTTP exchange with the SOAP device: sends raw bytes, returns what comes back.
+std::string Exchange(int port, const std::string& request, int waitMs = 3000) {
+    const int sock = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in to{};
+    to.sin_family = AF_INET;
+    to.sin_port = htons(static_cast<uint16_t>(port));
+    to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (::connect(sock, reinterpret_cast<sockaddr*>(&to), sizeof to) != 0) {
+        ::close(sock);
+        return "(no connection)";
+    }
+    size_t sent = 0;
+    while (sent < request.size()) {
+        const ssize_t n = ::send(sock, request.data() + sent, request.size() - sent, MSG_NOSIGNAL);
+        if (n <= 0)
+            break;
+        sent += static_cast<size_t>(n);
+    }
+    std::string answer;
+    pollfd waiting{sock, POLLIN, 0};
+    char chunk[4096];
+    while (::poll(&waiting, 1, waitMs) > 0) {
+        const ssize_t n = ::recv(sock, chunk, sizeof chunk, 0);
+        if (n <= 0)
+            break;
+        answer.append(chunk, static_cast<size_t>(n));
+    }
+    ::close(sock);
+    return answer;
+}
+
+std::string SoapRequest(const std::string& body) {
+    const std::string envelope =
+        "<s:Envelope xmlns:s=\"http://www.w3.org/2003/05/soap-envelope\"><s:Body>" + body +
+        "</s:Body></s:Envelope>";
+    return "POST /onvif/device_service HTTP/1.1\r\nHost: 127.0.0.1\r\n"
+           "Content-Type: application/soap+xml\r\nContent-Length: " +
+           std::to_string(envelope.size()) + "\r\n\r\n" + envelope;
+}
+
+bool WaitServing(const SoapThread& soap) {
+    for (int i = 0; i < 200 && !soap.Serving(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    return soap.Serving();
+}
+
+}  // namespace
+
+TEST(SoapThread, AnswersTheOperationsWithContentAndSurvivesBadRequests) {
+    const int port = TestPort() + 1;
+    SoapThread soap("Gate1", port, 1000000, "127.0.0.1");
+    soap.SetAddresses({"10.1.2.3"});
+    soap.Run();
+    ASSERT_TRUE(WaitServing(soap));
+
+    const std::string info = Exchange(
+        port,
+        SoapRequest("<GetDeviceInformation xmlns=\"http://www.onvif.org/ver10/device/wsdl\"/>"));
+    EXPECT_NE(info.find("200 OK"), std::string::npos) << info;
+    EXPECT_EQ(ElementText(info, "Model"), "Gate1");
+    EXPECT_EQ(ElementText(info, "Manufacturer"), "Halvern");
+
+    const std::string uri =
+        Exchange(port, SoapRequest("<GetStreamUri xmlns=\"http://www.onvif.org/ver10/media/wsdl\">"
+                                   "<ProfileToken>other</ProfileToken></GetStreamUri>"));
+    EXPECT_EQ(ElementText(uri, "Uri"), "rtsp://10.1.2.3:8554/Gate1");
+    const std::string capabilities = Exchange(
+        port, SoapRequest("<GetCapabilities xmlns=\"http://www.onvif.org/ver10/device/wsdl\">"
+                          "<Category>Media</Category></GetCapabilities>"));
+    EXPECT_EQ(ElementText(capabilities, "XAddr"),
+              "http://10.1.2.3:" + std::to_string(port) + "/onvif/services");
+    EXPECT_NE(capabilities.find("<tt:Major>1</tt:Major>"), std::string::npos);
+    // A region's device tells 640 x 480 at 25 with its own bit rate; a source's follows its
+    // frames and tells 512.
+    const std::string profiles = Exchange(
+        port, SoapRequest("<GetProfiles xmlns=\"http://www.onvif.org/ver10/media/wsdl\"/>"));
+    EXPECT_EQ(ElementText(profiles, "Width"), "640");
+    EXPECT_EQ(ElementText(profiles, "BitrateLimit"), "1000000");
+    EXPECT_EQ(ElementText(profiles, "GovLength"), "30");
+    soap.SetVideoFormat(1280, 720, 12);
+    const std::string sources = Exchange(
+        port, SoapRequest("<GetVideoSources xmlns=\"http://www.onvif.org/ver10/media/wsdl\"/>"));
+    EXPECT_EQ(ElementText(sources, "Width"), "1280");
+    EXPECT_EQ(ElementText(sources, "Framerate"), "12");
+    const std::string profile = Exchange(
+        port, SoapRequest("<GetProfile xmlns=\"http://www.onvif.org/ver10/media/wsdl\"/>"));
+    EXPECT_EQ(ElementText(profile, "BitrateLimit"), "512");
+    EXPECT_EQ(ElementText(profile, "GovLength"), "5");
+    // The empty operations answer with their element; unknown ones and imaging get a fault.
+    EXPECT_NE(
+        Exchange(port,
+                 SoapRequest("<SystemReboot xmlns=\"http://www.onvif.org/ver10/device/wsdl\"/>"))
+            .find("SystemRebootResponse"),
+        std::string::npos);
+    EXPECT_NE(Exchange(port, SoapRequest(
+                                 "<GetLayout xmlns=\"http://www.onvif.org/ver10/display/wsdl\"/>"))
+                  .find("GetLayoutResponse"),
+              std::string::npos);
+    EXPECT_NE(
+        Exchange(
+            port,
+            SoapRequest("<GetImagingSettings xmlns=\"http://www.onvif.org/ver20/imaging/wsdl\"/>"))
+            .find("Fault"),
+        std::string::npos);
+
+    // Garbage, a truncated request and an oversized one: each ends its connection, and the
+    // device answers the next request as before.
+    Exchange(port, "\x01\x02\x03 garbage\r\n\r\n", 1000);
+    Exchange(port, SoapRequest("<GetDeviceInformation").substr(0, 150), 1000);
+    Exchange(port,
+             SoapRequest("<GetScopes xmlns=\"http://www.onvif.org/ver10/device/wsdl\">" +
+                         std::string(3 << 20, 'A') + "</GetScopes>"),
+             1000);
+    const std::string scopes = Exchange(
+        port, SoapRequest("<GetScopes xmlns=\"http://www.onvif.org/ver10/device/wsdl\"/>"));
+    EXPECT_NE(scopes.find("onvif://www.onvif.org/name/Gate1"), std::string::npos) << scopes;
+
+    const auto started = std::chrono::steady_clock::now();
+    soap.Delete();
+    EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::milliseconds(1500));
+}
+
+TEST(OnvifClient, DiscoversTheDeviceReadsItAndPlaysItsStream) {
+    const std::string client = std::string(CORVANE_SOURCE_DIR) + "/tests/onvif-client";
+    ASSERT_TRUE(platform::DirectoryExists(client + "/node_modules/onvif"))
+        << "npm ci --prefix tests/onvif-client installs the client";
+    platform::ScopedWorkingDirectory cwd(CORVANE_APP_DIR);
+    RtspService rtsp("127.0.0.1", 8554);  // the port every stream URI names
+    rtsp.Start();
+    for (int i = 0; i < 100 && !rtsp.RtspRunning(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    ASSERT_TRUE(rtsp.RtspRunning());
+    rtsp.AddStream("OnvifCam", 800000);
+    StreamProducer producer(rtsp, "OnvifCam", 320, 240);
+    const int port = TestPort() + 2;
+    SoapThread soap("OnvifCam", port, 800000, "127.0.0.1");
+    soap.SetAddresses({"127.0.0.1"});
+    soap.Run();
+    WSDiscovery discovery("OnvifCam", port);  // the published port: the client probes there
+    discovery.SetAddresses({"127.0.0.1"});
+    discovery.Run();
+    ASSERT_TRUE(WaitServing(soap));
+
+    const std::string found =
+        CommandOutput("timeout 60 node " + client + "/discover_and_play.js OnvifCam");
+    EXPECT_NE(found.find("\"model\":\"OnvifCam\""), std::string::npos) << found;
+    EXPECT_NE(found.find("\"manufacturer\":\"Halvern\""), std::string::npos) << found;
+    EXPECT_NE(found.find("\"profile\":\"mobile h264\""), std::string::npos) << found;
+    const std::string uri = "rtsp://127.0.0.1:8554/OnvifCam";
+    EXPECT_NE(found.find("\"uri\":\"" + uri + "\""), std::string::npos) << found;
+    EXPECT_EQ(CommandOutput("timeout 30 ffprobe -v error -rtsp_transport tcp -select_streams v:0 "
+                            "-show_entries stream=codec_name,width,height -of csv=p=0 " +
+                            uri),
+              "h264,320,240\n");
+}

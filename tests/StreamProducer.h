@@ -1,0 +1,35 @@
+#pragma once
+// A producer thread that pushes moving test pictures into a stream at about 10 frames a second
+// while it lives, as a source's or region's thread does.
+#include <atomic>
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "pipeline/StreamServices.h"
+
+class StreamProducer {
+  public:
+    StreamProducer(StreamServices& streams, std::string name, int width, int height)
+        : thread_([&streams, this, name, width, height] {
+              std::vector<uint8_t> picture(static_cast<size_t>(width) * height * 3);
+              for (int frame = 0; !stop_; ++frame) {
+                  for (size_t i = 0; i < picture.size(); ++i)
+                      picture[i] = static_cast<uint8_t>(i / 3 + frame * 5);
+                  streams.SetStreamSize(width, height, name);
+                  streams.PushStreamFrame(picture.data(), width, height, name);
+                  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+              }
+          }) {}
+    ~StreamProducer() {
+        stop_ = true;
+        thread_.join();
+    }
+    StreamProducer(const StreamProducer&) = delete;
+    StreamProducer& operator=(const StreamProducer&) = delete;
+
+  private:
+    std::atomic<bool> stop_{false};
+    std::thread thread_;
+};

@@ -1,0 +1,131 @@
+// The H.264 encoder's conversion and size handling, and the RTSP service played by real clients
+// on loopback: ffprobe and GStreamer's discoverer.
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdio>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "CommandOutput.h"
+#include "StreamProducer.h"
+#include "streaming/H264Encoder.h"
+#include "streaming/RtspService.h"
+
+namespace {
+
+// A port for this test process, away from the program's own 8554.
+int TestPort() {
+    return 18000 + static_cast<int>(::getpid() % 1000) * 2;
+}
+
+bool WaitRunning(const RtspService& service) {
+    for (int i = 0; i < 100 && !service.RtspRunning(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    return service.RtspRunning();
+}
+
+}  // namespace
+
+TEST(H264Encoder, ColourConversionIsIntegerAndTakesTheLastPixelOfABlock) {
+    const int w = 4;
+    const int h = 2;
+    std::vector<uint8_t> rgb(w * h * 3, 0);
+    rgb[(1 * w + 1) * 3] = 255;  // only the bottom right pixel of the first block is red
+    for (int x = 2; x < 4; ++x)
+        for (int y = 0; y < 2; ++y)
+            for (int c = 0; c < 3; ++c)
+                rgb[(y * w + x) * 3 + c] = 255;  // the second block is white
+    uint8_t Y[8];
+    uint8_t cb[2];
+    uint8_t cr[2];
+    H264Encoder::RgbToYuv420(rgb.data(), w, h, Y, w, cb, 2, cr, 2);
+    EXPECT_EQ(Y[0], 16);    // black
+    EXPECT_EQ(Y[5], 81);    // red: (66*255 >> 8) + 16
+    EXPECT_EQ(Y[2], 235);   // white
+    EXPECT_EQ(cb[0], 90);   // pure red: (-38*255 >> 8) + 128
+    EXPECT_EQ(cr[0], 239);  // (112*255 >> 8) + 128
+    EXPECT_EQ(cb[1], 128);
+    EXPECT_EQ(cr[1], 128);
+}
+
+TEST(H264Encoder, FollowsTheFrameSizeAndSaysSoOnce) {
+    H264Encoder encoder(64, 48, 200000);
+    ASSERT_TRUE(encoder.Ready());
+    std::vector<uint8_t> packet;
+    const std::vector<uint8_t> small(64 * 48 * 3, 100);
+    EXPECT_GT(encoder.Encode(small.data(), 64, 48, packet), 0);
+    // Parameter sets in band: the packet starts with a start code and a sequence parameter set.
+    ASSERT_GE(packet.size(), 5u);
+    EXPECT_EQ(packet[2] == 1 ? packet[3] & 0x1F : packet[4] & 0x1F, 7);
+
+    const std::vector<uint8_t> large(96 * 64 * 3, 50);
+    testing::internal::CaptureStderr();
+    EXPECT_GT(encoder.Encode(large.data(), 96, 64, packet), 0);
+    EXPECT_GT(encoder.Encode(large.data(), 96, 64, packet), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Restart avcodec\n");
+    EXPECT_EQ(encoder.Width(), 96);
+
+    encoder.SetMeasuredRate(50, 100000, 5);
+    EXPECT_EQ(encoder.TimeBaseNum(), 5);
+    EXPECT_EQ(encoder.TimeBaseDen(), 50);
+    EXPECT_EQ(encoder.BitRate(), 160000);
+}
+
+TEST(RtspService, FfprobeAndGStreamerPlayAStreamAtItsSize) {
+    RtspService service("127.0.0.1", TestPort());
+    service.Start();
+    ASSERT_TRUE(WaitRunning(service));
+    service.AddStream("Camera1", 400000);
+    EXPECT_TRUE(service.HasStream("Camera1"));
+    EXPECT_FALSE(service.HasStream("camera1"));  // names are case-sensitive
+    StreamProducer producer(service, "Camera1", 320, 240);
+    const std::string url = "rtsp://127.0.0.1:" + std::to_string(TestPort()) + "/Camera1";
+
+    EXPECT_FALSE(service.IsStreamLive("Camera1"));  // nobody watches: nothing is encoded
+    EXPECT_EQ(CommandOutput("timeout 30 ffprobe -v error -rtsp_transport tcp -select_streams v:0 "
+                            "-show_entries stream=codec_name,width,height -of csv=p=0 " +
+                            url),
+              "h264,320,240\n");
+    // The client has gone: encoding stops again.
+    for (int i = 0; i < 100 && service.IsStreamLive("Camera1"); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(service.IsStreamLive("Camera1"));
+    const std::string discovered = CommandOutput("timeout 30 gst-discoverer-1.0 -t 20 " + url);
+    EXPECT_NE(discovered.find("H.264"), std::string::npos) << discovered;
+    EXPECT_NE(discovered.find("Width: 320"), std::string::npos) << discovered;
+
+    // A removed stream is no longer found by a new client.
+    service.RemoveStream("Camera1");
+    EXPECT_FALSE(service.HasStream("Camera1"));
+    const std::string gone =
+        CommandOutput("timeout 20 ffprobe -v error -rtsp_transport tcp " + url);
+    EXPECT_NE(gone.find("404"), std::string::npos) << gone;
+}
+
+TEST(RtspService, ATakenPortLeavesTheServiceWaitingAndStreamsUnlisted) {
+    const int port = TestPort() + 1;
+    const int blocker = ::socket(AF_INET, SOCK_STREAM, 0);
+    ASSERT_GE(blocker, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<uint16_t>(port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    ASSERT_EQ(::bind(blocker, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(::listen(blocker, 1), 0);
+
+    RtspService service("127.0.0.1", port);
+    service.Start();
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_FALSE(service.RtspRunning());
+    service.AddStream("Lane1", 100000);
+    EXPECT_FALSE(service.HasStream("Lane1"));
+    service.PushStreamFrame(nullptr, 0, 0, "Lane1");  // harmless while not running
+    const auto started = std::chrono::steady_clock::now();
+    service.StopAllStreams();  // ends the waiting thread at once
+    EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::milliseconds(500));
+    ::close(blocker);
+}
