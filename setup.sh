@@ -24,7 +24,7 @@ PACKAGES=(
     # ONVIF and discovery
     gsoap libgsoap-dev libxml2-dev
     # transit database
-    unixodbc unixodbc-dev tdsodbc libsqliteodbc
+    unixodbc unixodbc-dev tdsodbc libsqliteodbc libsqlite3-dev odbcinst
 )
 
 as_root() {
