@@ -1,0 +1,44 @@
+#pragma once
+#include <cstddef>
+#include <string>
+
+namespace platform {
+
+// An owned TCP socket: a client connection, an accepted peer or a listener. Closed when the
+// object goes.
+class TcpSocket {
+  public:
+    TcpSocket() = default;
+    explicit TcpSocket(int fd) : fd_(fd) {}
+    TcpSocket(TcpSocket&& other) noexcept : fd_(other.fd_) { other.fd_ = -1; }
+    TcpSocket& operator=(TcpSocket&& other) noexcept;
+    TcpSocket(const TcpSocket&) = delete;
+    TcpSocket& operator=(const TcpSocket&) = delete;
+    ~TcpSocket() { Close(); }
+
+    // Connects to a dotted IPv4 address; the attempt gives up after timeoutMs.
+    static TcpSocket Connect(const std::string& ip, int port, int timeoutMs);
+    // Listens on address:port (address "0.0.0.0" for every interface) with address reuse.
+    static TcpSocket Listen(const std::string& address, int port);
+
+    bool IsOpen() const { return fd_ >= 0; }
+    void Close();
+    // Receive and send time-outs: a read that waits longer returns no bytes.
+    void SetTimeouts(int receiveMs, int sendMs);
+    // Waits up to timeoutMs for a peer on a listener; a closed socket when none came.
+    TcpSocket Accept(int timeoutMs);
+    // Bytes received, 0 on a time-out, a closed peer or an error.
+    size_t Receive(char* buffer, size_t capacity);
+    // One send call; the bytes the system took.
+    size_t Send(const void* data, size_t size);
+    // Sends until everything went or a send fails; false when the peer did not take it all.
+    bool SendAll(const void* data, size_t size);
+    bool SendAll(const std::string& text) { return SendAll(text.data(), text.size()); }
+    // The port the socket is bound to (a listener on port 0 gets one from the system).
+    int LocalPort() const;
+
+  private:
+    int fd_ = -1;
+};
+
+}  // namespace platform

@@ -1,0 +1,25 @@
+#pragma once
+#include <string>
+
+// The unattended runtime of the same machine: the workstation ends its processes and stops its
+// service at start, and may start the service again on the way out. Outcomes are lines on the
+// standard output only.
+namespace LocalRuntime {
+
+constexpr const char* kServiceName = "Corvane-Runtime";
+constexpr const char* kRuntimeImage = "CORVANE-RUNTIME.EXE";
+constexpr const char* kWatchdogImage = "TARVOWATCHDOG.EXE";
+constexpr const char* kWizardImage = "TARVOWIZARD.EXE";
+
+// True when a process image is the wanted one, compared in upper case; the program file of a
+// Linux installation has no ".EXE" and matches without it.
+bool ImageMatches(const std::string& image, const std::string& wanted);
+
+// Each answers the number of processes ended.
+int KillRuntimeProcesses();
+int KillWizardProcess();
+int ServiceExists();
+void StopService(const std::string& service);
+void StartService(const std::string& service);
+
+}  // namespace LocalRuntime

@@ -1,0 +1,93 @@
+#include "StartThread.h"
+
+#include "ProjectBlock.h"
+#include "core/EventSink.h"
+#include "core/Project.h"
+#include "platform/FileSystem.h"
+#include "platform/Sound.h"
+#include "platform/Ticks.h"
+
+StartThread::StartThread(Project* project, EventSink* frame_, std::string ip_, int mode_)
+    : ip(std::move(ip_)), mode(mode_), frame(frame_), project_(project) {
+    SetReportName("StartThread");
+}
+
+StartThread::~StartThread() {
+    Delete();
+}
+
+void StartThread::Post(int id) {
+    if (frame != nullptr)
+        frame->PostCommand(id, mode, std::string());
+}
+
+void StartThread::Entry() {
+    socket = platform::TcpSocket::Connect(ip, ProjectBlock::kRuntimePort, kConnectTimeoutMs);
+    if (!socket.IsOpen()) {
+        platform::Beep(1500, 50);
+        Post(ID_TRANSFER_FAILED);
+        Pause(1000);
+    } else {
+        socket.SetTimeouts(ProjectBlock::kSocketTimeoutMs, ProjectBlock::kSocketTimeoutMs);
+        bool done = false;
+        if (mode == kDownload)
+            done = Download();
+        else if (mode == kUpload)
+            done = Upload();
+        else
+            done = Reboot();
+        Post(done ? ID_TRANSFER_DONE : ID_TRANSFER_FAILED);
+        socket.Close();
+    }
+}
+
+bool StartThread::Download() {
+    if (!socket.SendAll(ProjectBlock::kDownloadRequest))
+        return false;
+    platform::MakeDirectory(kTempFolder);
+    char piece[ProjectBlock::kReadSize];
+    size_t got = socket.Receive(piece, sizeof piece);
+    std::string buffer;
+    buffer.reserve(ProjectBlock::kMaxBlock);
+    const uint32_t started = platform::GetTickCount();
+    while (got > 0 &&
+           platform::ElapsedTicks(platform::GetTickCount(), started) <
+               static_cast<uint32_t>(ProjectBlock::kTransferMs) &&
+           buffer.size() + got < ProjectBlock::kMaxBlock && !TestDestroy()) {
+        buffer.append(piece, got);
+        if (ProjectBlock::WriteSections(buffer, kTempFolder, "default.tlr"))
+            return true;
+        got = socket.Receive(piece, sizeof piece);
+    }
+    return false;
+}
+
+bool StartThread::Upload() {
+    // The files go as they are on disk in the project folder; unsaved changes stay behind.
+    const std::string block = ProjectBlock::Compose(project_->prjdir, project_->prjname + ".tlr");
+    if (!socket.SendAll(block))
+        return false;
+    return ReplyHoldsOk();
+}
+
+bool StartThread::Reboot() {
+    return socket.SendAll(ProjectBlock::kRebootRequest) && ReplyHoldsOk();
+}
+
+bool StartThread::ReplyHoldsOk() {
+    char reply[ProjectBlock::kReadSize + 1] = {};
+    const size_t got = socket.Receive(reply, ProjectBlock::kReadSize);
+    return got > 0 && std::string(reply, got).find(ProjectBlock::kOk) != std::string::npos;
+}
+
+void StartThreads::Start(Project* project, EventSink* frame, const std::string& ip, int mode) {
+    threads_.remove_if(
+        [](const std::unique_ptr<StartThread>& thread) { return !thread->IsRunning(); });
+    auto thread = std::make_unique<StartThread>(project, frame, ip, mode);
+    thread->Run();
+    threads_.push_back(std::move(thread));
+}
+
+size_t StartThreads::Running() const {
+    return threads_.size();
+}
