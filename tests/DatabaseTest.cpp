@@ -187,6 +187,41 @@ TEST(OdbcLayer, EmptyResultsFailuresAndUnopenedObjects) {
     EXPECT_EQ(wrong.henv, nullptr);
 }
 
+TEST(OdbcLayer, TheCursorMovesBothWaysAndMarksItsEnds) {
+    SqliteSite site;
+    site.Run({"CREATE TABLE T (N INTEGER)", "INSERT INTO T VALUES (1)", "INSERT INTO T VALUES (2)",
+              "INSERT INTO T VALUES (3)"});
+    ODBCConnection connection;
+    connection.SQLAlloc();
+    ASSERT_EQ(connection.DriverConnect(site.ConnectionString()), 1);
+    ODBCRecord record;
+    record.Open(connection);
+    ASSERT_EQ(record.Query("SELECT N FROM T ORDER BY N"), 1);
+    auto current = [&record] {
+        int value = 0;
+        record.GetInt(0, value);
+        return value;
+    };
+    EXPECT_EQ(current(), 1);
+    record.MoveLast();
+    EXPECT_EQ(record.eof, 1);
+    EXPECT_EQ(record.bof, 0);
+    EXPECT_EQ(current(), 3);
+    EXPECT_EQ(record.MovePrevious(), 1);
+    EXPECT_EQ(record.eof, 0);
+    EXPECT_EQ(current(), 2);
+    record.MoveFirst();
+    EXPECT_EQ(record.bof, 1);
+    EXPECT_EQ(record.eof, 0);
+    EXPECT_EQ(current(), 1);
+    EXPECT_EQ(record.MoveNext(), 1);
+    EXPECT_EQ(record.bof, 0);
+    EXPECT_EQ(record.MoveNext(), 1);
+    EXPECT_EQ(current(), 3);
+    EXPECT_EQ(record.MoveNext(), 0);
+    EXPECT_EQ(record.eof, 1);
+}
+
 TEST(TransitStore, StatementsAndConnectionStringsAreTheServersForm) {
     ::setenv("TZ", "UTC", 1);
     ::tzset();
