@@ -1,6 +1,7 @@
-// The program's entry. Until the desktop window lands it runs headless, in one of two roles:
+// The program without a window, in one of two roles:
 //
-//  - the workstation (default): it stops the unattended runtime of this machine, brings the
+//  - the workstation (--headless, or no display): it stops the unattended runtime of this machine,
+//  brings the
 //    model up in the start-up order, opens the project named on the command line (or the demo
 //    project), samples every source, prints the transits and the database state, and can
 //    fetch a runtime's project (--download IP) or send the open one (--upload IP);
@@ -13,6 +14,8 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+
+#include "HeadlessProgram.h"
 
 #include "access/AccessStore.h"
 #include "core/DemoProject.h"
@@ -71,6 +74,8 @@ Options ParseOptions(int argc, char** argv) {
             options.download = argv[++i];
         else if (std::strcmp(argv[i], "--upload") == 0 && hasValue)
             options.upload = argv[++i];
+        else if (std::strcmp(argv[i], "--headless") == 0 || std::strcmp(argv[i], "--demo") == 0)
+            continue;
         else
             options.projectFile = argv[i];
     }
@@ -271,14 +276,20 @@ class HeadlessProgram {
     int dbstate_ = 2;  // nothing shown yet: "checking..."
 };
 
-Project g_project;
-
 }  // namespace
 
-int main(int argc, char** argv) {
+bool WantsHeadless(int argc, char** argv) {
+    const Options options = ParseOptions(argc, argv);
+    for (int i = 1; i < argc; ++i)
+        if (std::strcmp(argv[i], "--headless") == 0)
+            return true;
+    return options.runtime || !options.download.empty() || !options.upload.empty();
+}
+
+int RunHeadless(Project& project, int argc, char** argv) {
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     std::fprintf(stderr, "%s\n\n", ProjectSession::kBanner);
     const Options options = ParseOptions(argc, argv);
-    HeadlessProgram program(g_project, options);
+    HeadlessProgram program(project, options);
     return program.Run();
 }

@@ -1,0 +1,434 @@
+// The desktop program's real window under Xvfb, driven as an operator would: menu commands,
+// pane buttons and mouse clicks on the live view. Modal dialogs are answered through the
+// toolkit's modal hook, which fills the real dialog and presses its button instead of the
+// operator. The reference plug-ins come from disk and the pipeline runs for real.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <wx/app.h>
+#include <wx/dcclient.h>
+#include <wx/dcmemory.h>
+#include <wx/evtloop.h>
+#include <wx/filedlg.h>
+#include <wx/listctrl.h>
+#include <wx/modalhook.h>
+#include <wx/msgdlg.h>
+#include <wx/propgrid/propgrid.h>
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "TestSupport.h"
+#include "core/Project.h"
+#include "core/ShapeText.h"
+#include "platform/FileSystem.h"
+#include "ui/AddLaneDlg.h"
+#include "ui/CameraDlg.h"
+#include "ui/GestioneLane.h"
+#include "ui/IntegratorDlg.h"
+#include "ui/LPRList.h"
+#include "ui/LaneLPRResult.h"
+#include "ui/MenuIds.h"
+#include "ui/MyFrame.h"
+#include "ui/NewPrjDialog.h"
+#include "ui/ParametriScheda.h"
+#include "ui/ProcessorDlg.h"
+#include "ui/ViewFrame.h"
+#include "ui/wxAdministrator.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Runs the toolkit's events for a while, or until the condition holds.
+bool Pump(std::chrono::milliseconds limit, const std::function<bool()>& done = nullptr) {
+    const auto end = Clock::now() + limit;
+    while (Clock::now() < end) {
+        wxEventLoopBase* loop = wxEventLoopBase::GetActive();
+        while (loop != nullptr && loop->Pending())
+            loop->Dispatch();
+        wxTheApp->ProcessPendingEvents();
+        if (done && done())
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return done ? done() : true;
+}
+
+// Answers the modal dialogs of the session: each kind of dialog has its script, and every
+// question asked is recorded.
+class ScriptedDialogs : public wxModalDialogHook {
+  public:
+    ScriptedDialogs() { Register(); }
+    ~ScriptedDialogs() override { Unregister(); }
+
+    std::function<int(NewPrjDialog&)> project;
+    std::function<int(ParametriScheda&)> settings;
+    std::function<int(AddLaneDlg&)> region;
+    std::function<int(wxFileDialog&)> file;
+    std::function<int(wxAdministrator&)> login;
+    std::map<std::string, int> answers;  // question -> wxID_YES / wxID_NO
+    std::vector<std::string> asked;
+
+  protected:
+    int Enter(wxDialog* dialog) override {
+        if (auto* d = dynamic_cast<NewPrjDialog*>(dialog))
+            return project ? project(*d) : 0;
+        if (auto* d = dynamic_cast<ParametriScheda*>(dialog))
+            return settings ? settings(*d) : 0;
+        if (auto* d = dynamic_cast<AddLaneDlg*>(dialog))
+            return region ? region(*d) : 0;
+        if (auto* d = dynamic_cast<wxFileDialog*>(dialog))
+            return file ? file(*d) : wxID_CANCEL;
+        if (auto* d = dynamic_cast<wxAdministrator*>(dialog))
+            return login ? login(*d) : 0;
+        if (auto* d = dynamic_cast<wxMessageDialog*>(dialog)) {
+            const std::string text = d->GetMessage().utf8_str().data();
+            asked.push_back(text);
+            const auto it = answers.find(text);
+            return it != answers.end() ? it->second : wxID_OK;
+        }
+        return wxID_CANCEL;
+    }
+    void Exit(wxDialog*) override {}
+};
+
+// An application folder: the shipped plug-ins and stock files, as the program finds them.
+class AppFolder {
+  public:
+    AppFolder() : cwd_(dir_.Path()) {
+        ::symlink((std::string(CORVANE_APP_DIR) + "/plugin").c_str(), dir_.File("plugin").c_str());
+        for (const char* file : {"templates.xml", "countrycodes.txt"})
+            platform::CopyFileOver(std::string(CORVANE_APP_DIR) + "/" + file, dir_.File(file));
+        platform::MakeDirectory(dir_.File("templ"));
+        platform::CopyFileOver(std::string(CORVANE_APP_DIR) + "/templ/probematches_templ.xml",
+                               dir_.File("templ/probematches_templ.xml"));
+    }
+    std::string File(const std::string& name) const { return dir_.File(name); }
+
+  private:
+    TempDir dir_;
+    platform::ScopedWorkingDirectory cwd_;
+};
+
+void Menu(MyFrame& frame, int id) {
+    wxCommandEvent event(wxEVT_MENU, id);
+    frame.ProcessWindowEvent(event);
+}
+
+void Click(wxWindow* window, wxEventType type, int x, int y) {
+    wxMouseEvent event(type);
+    event.SetPosition(wxPoint(x, y));
+    event.SetEventObject(window);
+    window->ProcessWindowEvent(event);
+}
+
+void SetRow(wxPropertyGrid* grid, const char* key, const wxString& value) {
+    wxPGProperty* row = grid->GetProperty(key);
+    ASSERT_NE(row, nullptr) << key;
+    row->SetValueFromString(value);  // false when the row held the value already
+    ASSERT_EQ(row->GetValueAsString(), value) << key;
+}
+
+// The picture of the window as it is on screen, saved where CORVANE_SCREENSHOT_DIR says.
+void Screenshot(wxWindow& window, const std::string& name) {
+    const char* folder = std::getenv("CORVANE_SCREENSHOT_DIR");
+    if (folder == nullptr || *folder == '\0')
+        return;
+    window.Refresh();
+    window.Update();
+    Pump(std::chrono::milliseconds(300));
+    wxClientDC screen(&window);
+    const wxSize size = window.GetClientSize();
+    wxBitmap bitmap(size);
+    wxMemoryDC memory(bitmap);
+    memory.Blit(0, 0, size.x, size.y, &screen, 0, 0);
+    memory.SelectObject(wxNullBitmap);
+    bitmap.SaveFile(wxString::FromUTF8(std::string(folder) + "/" + name), wxBITMAP_TYPE_PNG);
+}
+
+std::vector<std::string> ListColumn(wxListCtrl* list, int column) {
+    std::vector<std::string> cells;
+    for (long row = 0; row < list->GetItemCount(); ++row)
+        cells.push_back(list->GetItemText(row, column).utf8_str().data());
+    return cells;
+}
+
+}  // namespace
+
+TEST(DesktopProgram, AnOperatorSessionFromNewProjectToReopening) {
+    AppFolder app;
+    Project project;
+    ScriptedDialogs dialogs;
+    LogCapture warnings;
+    auto* frame = new MyFrame(project, kStartNoPassword);
+    frame->SetKillOnClose(false);
+    // Whatever fails, the window goes before the project it shows.
+    struct Closer {
+        MyFrame* frame;
+        ~Closer() {
+            if (wxWindow::FindWindowById(frame->GetId()) == frame) {
+                frame->Shutdown(false);
+                frame->Destroy();
+                Pump(std::chrono::milliseconds(100));
+            }
+        }
+    } closer{frame};
+    frame->SetSize(1200, 760);
+    frame->Show();
+    Pump(std::chrono::milliseconds(300));
+    EXPECT_EQ(frame->GetTitle(), "Halvern - Corvane Suite 1.17.2");
+    EXPECT_FALSE(frame->GetMenuBar()->IsEnabledTop(1));
+    EXPECT_TRUE(frame->GetMenuBar()->IsEnabled(ID_NEWPROJECT));
+    EXPECT_FALSE(frame->GetMenuBar()->IsEnabled(ID_SAVEPROJECT));
+
+    // File > New Project: the project dialog names it and its site.
+    dialogs.project = [&](NewPrjDialog& dialog) {
+        SetRow(dialog.Grid(), "Project Name", "crossing");
+        SetRow(dialog.Grid(), "Project Folder", wxString::FromUTF8(app.File("")));
+        SetRow(dialog.Grid(), "Site Name", "North");
+        return dialog.Confirm() ? 1 : 0;
+    };
+    Menu(*frame, ID_NEWPROJECT);
+    ASSERT_EQ(project.prjopen, 1);
+    EXPECT_TRUE(platform::FileExists(app.File("crossing/crossing.tlr")));
+    EXPECT_EQ(frame->GetTitle(), "Halvern - Corvane Suite 1.17.2 - crossing");
+    EXPECT_TRUE(frame->GetMenuBar()->IsEnabledTop(1));
+    EXPECT_EQ(project.place.placename, "North");
+
+    // A gate from the Lanes pane, configured in the generic settings dialog.
+    dialogs.settings = [](ParametriScheda& dialog) {
+        dialog.Update();
+        return 1;
+    };
+    wxPropertyGrid* gateGrid = frame->Gates()->Grid();
+    SetRow(gateGrid, "Name", "Gate1");
+    SetRow(gateGrid, "Type", "Voting Gate");
+    frame->Gates()->OnAdd();
+    ASSERT_EQ(project.integrators.GetCount(), 1u);
+    EXPECT_NE(project.integrators[0].settings.find("<INTNAME>Gate1<\\INTNAME>"), std::string::npos);
+    Pump(std::chrono::milliseconds(100));
+
+    // A source: the reference camera plug-in drawing synthetic traffic.
+    const std::set<std::string> drawn = {"AB123CD", "GH45KLM", "ZR874TX"};
+    dialogs.settings = [&](ParametriScheda& dialog) {
+        dialog.SetRowValue("Source", "Synthetic traffic");
+        dialog.SetRowValue("Width", "1280");
+        dialog.SetRowValue("Height", "720");
+        dialog.SetRowValue("Character height", "26");
+        dialog.SetRowValue("Crossing time (ms)", "2000");
+        dialog.SetRowValue("Gap (ms)", "900");
+        dialog.SetRowValue("Plates", "AB123CD,GH45KLM,ZR874TX,");
+        dialog.Update();
+        return 1;
+    };
+    wxPropertyGrid* cameraGrid = frame->Cameras()->Grid();
+    SetRow(cameraGrid, "Name", "Cam1");
+    SetRow(cameraGrid, "Type", "Video Source");
+    frame->Cameras()->OnAddCamera();
+    ASSERT_EQ(project.cameras.GetCount(), 1u);
+    EXPECT_EQ(project.cameras[0].plugin->GetLibName(), "VideoSource");
+    EXPECT_EQ(ListColumn(frame->Cameras()->List(), 1), std::vector<std::string>{"Cam1"});
+    // A second source of the same name is refused with the operator's warning.
+    frame->Cameras()->OnAddCamera();
+    EXPECT_TRUE(warnings.Contains("Camera name needs to be unique"));
+    EXPECT_EQ(project.cameras.GetCount(), 1u);
+    Pump(std::chrono::milliseconds(100));
+
+    // ROIs > Add ROI: the region over the source, read by PlateCore, reported to the gate.
+    dialogs.region = [](AddLaneDlg& dialog) {
+        SetRow(dialog.Grid(), "ROI Name", "Lane1");
+        SetRow(dialog.Grid(), "MinCar", "14");
+        SetRow(dialog.Grid(), "MaxCar", "45");
+        SetRow(dialog.Grid(), "LPR Type", "PlateCore");
+        SetRow(dialog.Grid(), "CAMERASEL", "Cam1");
+        SetRow(dialog.Grid(), "Gate", "Gate1");
+        return dialog.OnAddLane() ? 1 : 0;
+    };
+    Menu(*frame, ID_ADDROI);
+    ASSERT_EQ(project.lanes.GetCount(), 1u);
+    EXPECT_EQ(project.lanes[0].camname, "Cam1");
+    EXPECT_EQ(project.lanes[0].intname, "Gate1");
+    EXPECT_EQ(project.lanes[0].lprlib, "PlateCore");
+    EXPECT_EQ(ShapeText::Normal(project.lanes[0].shape), "0, 0; 1000, 0; 1000, 1000; 0, 1000 ");
+
+    // Start Sampling on the source, and watch it in the live view.
+    Menu(*frame, ID_VIDEOSOURCES);
+    Menu(*frame, ID_LPROUTPUT);
+    Pump(std::chrono::milliseconds(200));
+    frame->Cameras()->Select(project.cameras[0].id);
+    frame->Cameras()->OnStartSampling();
+    EXPECT_EQ(project.cameras[0].sampling, 1);
+    EXPECT_FALSE(frame->Cameras()->StartButton()->IsEnabled());
+    frame->View()->SelectSource("Cam1");
+    ASSERT_TRUE(Pump(std::chrono::seconds(10), [&] {
+        return frame->View()->Editor().state == ShapeEditor::kReady;
+    })) << "no picture reached the live view";
+
+    // Draw the region's polygon with the mouse over the live view: four corners, then a click
+    // on the first one closes it.
+    Pump(std::chrono::milliseconds(100));
+    Menu(*frame, ID_ROISETTINGS);
+    frame->Regions()->Select(project.lanes[0].id);
+    Pump(std::chrono::milliseconds(200));
+    EXPECT_EQ(frame->View()->selectedroi, project.lanes[0].id);
+    ShapeEditor& editor = frame->View()->Editor();
+    auto at = [&](int x, int y) {
+        return wxPoint(editor.ox + x * editor.imgw / 1000, editor.oy + y * editor.imgh / 1000);
+    };
+    const wxPoint corners[] = {at(10, 40), at(990, 40), at(990, 960), at(10, 960), at(10, 40)};
+    for (const wxPoint& corner : corners) {
+        Click(frame->View(), wxEVT_MOTION, corner.x, corner.y);
+        Click(frame->View(), wxEVT_LEFT_DOWN, corner.x, corner.y);
+        Click(frame->View(), wxEVT_LEFT_UP, corner.x, corner.y);
+    }
+    const Lane& drawnLane = project.lanes[0];
+    ASSERT_EQ(drawnLane.shape.size(), 4u) << ShapeText::Normal(drawnLane.shape);
+    // A window pixel covers 1000 / painted size thousandths of the picture.
+    const int slack = 1000 / std::min(editor.imgw, editor.imgh) + 1;
+    EXPECT_NEAR(drawnLane.roi[0], 10, slack);
+    EXPECT_NEAR(drawnLane.roi[1], 40, slack);
+    EXPECT_NEAR(drawnLane.roi[2], 990, slack);
+    EXPECT_NEAR(drawnLane.roi[3], 960, slack);
+    const std::vector<ShapePoint> drawnShape = drawnLane.shape;
+
+    // Readings arrive in the list, newest first, with the plates the source drew.
+    ASSERT_TRUE(Pump(std::chrono::seconds(60), [&] {
+        return frame->Readings()->List()->GetItemCount() >= 2;
+    })) << "no transit reached the list";
+    for (const std::string& plate : ListColumn(frame->Readings()->List(), 2))
+        EXPECT_EQ(drawn.count(plate), 1u) << plate;
+    for (const std::string& lane : ListColumn(frame->Readings()->List(), 1))
+        EXPECT_EQ(lane, "Lane1");
+    EXPECT_EQ(frame->Readings()->StatusText(), "Database Connection: database not defined");
+    // The picture for the README: the live view and the region's result view large.
+    frame->Results()->SelectRegion("Lane1");
+    Menu(*frame, ID_ROISETTINGS);
+    frame->Aui().GetPane("Video Source View").MinSize(560, 330);
+    frame->Aui().GetPane("ROI LPR Result").MinSize(560, 330);
+    frame->Aui().Update();
+    Pump(std::chrono::milliseconds(2500));
+    Screenshot(*frame, "main-window.png");
+
+    // Save, close (answering the two questions), and the window is empty again.
+    Menu(*frame, ID_SAVEPROJECT);
+    dialogs.answers = {{"Close Current Project?", wxID_YES}, {"Save Changes?", wxID_YES}};
+    Menu(*frame, ID_CLOSEPROJECT);
+    Pump(std::chrono::milliseconds(200));
+    EXPECT_EQ(project.prjopen, 0);
+    EXPECT_TRUE(project.cameras.IsEmpty());
+    EXPECT_EQ(frame->Readings()->List()->GetItemCount(), 0);
+    EXPECT_EQ(frame->GetTitle(), "Halvern - Corvane Suite 1.17.2");
+
+    // Load Project finds everything again, the drawn polygon included. (The native file chooser
+    // cannot be filled without being shown: the test opens the file the operator would pick.)
+    dialogs.file = [](wxFileDialog&) { return wxID_CANCEL; };
+    Menu(*frame, ID_LOADPROJECT);
+    EXPECT_EQ(project.prjopen, 0);
+    frame->OpenProjectFile(app.File("crossing/crossing.tlr"));
+    Pump(std::chrono::milliseconds(300));
+    ASSERT_EQ(project.prjopen, 1);
+    ASSERT_EQ(project.cameras.GetCount(), 1u);
+    EXPECT_EQ(project.cameras[0].name, "Cam1");
+    ASSERT_EQ(project.lanes.GetCount(), 1u);
+    EXPECT_EQ(project.lanes[0].shape, drawnShape);
+    EXPECT_EQ(project.integrators.GetCount(), 1u);
+    EXPECT_EQ(project.place.placename, "North");
+    EXPECT_EQ(ListColumn(frame->Cameras()->List(), 1), std::vector<std::string>{"Cam1"});
+    EXPECT_EQ(frame->Regions()->List()->GetItemCount(), 1);
+    // Nothing samples by itself after a load.
+    EXPECT_EQ(project.cameras[0].sampling, 0);
+
+    // Exit: the close path saves the layout and asks about unsaved changes.
+    dialogs.answers = {{"Exit?", wxID_YES}, {"Save Changes?", wxID_NO}};
+    frame->Close();
+    Pump(std::chrono::milliseconds(300));
+    EXPECT_TRUE(platform::FileExists(app.File("layout.ini")));
+    EXPECT_NE(std::find(dialogs.asked.begin(), dialogs.asked.end(), "Exit?"), dialogs.asked.end());
+}
+
+TEST(DesktopProgram, TheLoginCountsFailuresAndAsksFromTheFourth) {
+    AppFolder app;
+    Project project;
+    ScriptedDialogs dialogs;
+    wxAdministrator login(nullptr, project);
+    login.username = "steer";
+    login.password = "gatekeep";
+    login.SetEntries("Steer", "gatekeep");  // case counts
+    dialogs.answers = {{"Administrator not found, close the application?", wxID_NO}};
+    for (int i = 0; i < 4; ++i)
+        EXPECT_FALSE(login.Confirm());
+    EXPECT_EQ(login.attempts, 4);
+    EXPECT_EQ(std::count(dialogs.asked.begin(), dialogs.asked.end(),
+                         "Administrator not found or access not sufficient to perform the "
+                         "operation"),
+              4);
+    EXPECT_EQ(std::count(dialogs.asked.begin(), dialogs.asked.end(),
+                         "Administrator not found, close the application?"),
+              1);
+    login.SetEntries("", "x");
+    EXPECT_FALSE(login.Confirm());
+    EXPECT_EQ(dialogs.asked.back(), "Insert user name");
+    login.SetEntries("steer", "gatekeep");
+    EXPECT_TRUE(login.Confirm());
+    EXPECT_EQ(login.result, 1);
+}
+
+TEST(DesktopProgram, TheSettingsDialogBuildsRowsAndTheValueReturn) {
+    AppFolder app;
+    Project project;
+    const std::string description =
+        "<TITLE>Gate<\\TITLE>"
+        "<PARAMETER><NAME>Count<\\NAME><TYPE>INT<\\TYPE><DEFAULT>3<\\DEFAULT><\\PARAMETER>\n"
+        "<PARAMETER><NAME>Mode<\\NAME><TYPE>CHOICE<\\TYPE><SEL>Fast;Slow;<\\SEL>"
+        "<DEFAULT>Slow<\\DEFAULT><\\PARAMETER>\n"
+        "<PARAMETER><NAME>Out<\\NAME><TYPE>PIN_OUT<\\TYPE><DEFAULT>Board9;4<\\DEFAULT>"
+        "<\\PARAMETER>";
+    ParametriScheda dialog(nullptr, project, description, "Lane name", "Gate1");
+    EXPECT_EQ(dialog.GetTitle(), "Gate");
+    ASSERT_NE(dialog.Grid()->GetProperty("Board0"), nullptr);
+    EXPECT_EQ(dialog.Grid()->GetProperty("Board0")->GetValueAsString(), "NO BOARD");
+    dialog.SetRowValue("Count", "7");
+    dialog.SetRowValue("Lane name", "Gate2");
+    dialog.Update();
+    EXPECT_EQ(dialog.newname, "Gate2");
+    std::string flat = dialog.returntext;
+    flat.erase(std::remove(flat.begin(), flat.end(), '\n'), flat.end());
+    EXPECT_NE(flat.find("<NAME>Count<\\NAME><TYPE>INT<\\TYPE><VALUE>7<\\VALUE>"), std::string::npos)
+        << dialog.returntext;
+    EXPECT_NE(flat.find("<VALUE>Slow<\\VALUE>"), std::string::npos);
+    EXPECT_NE(flat.find("<TYPE>PIN<\\TYPE><VALUE>NO BOARD;-1<\\VALUE>"), std::string::npos)
+        << dialog.returntext;
+}
+
+// A toolkit assertion fails the test instead of opening a dialog that nobody answers.
+void FailOnAssert(const wxString& file, int line, const wxString& function,
+                  const wxString& condition, const wxString& message) {
+    ADD_FAILURE() << "toolkit assertion " << condition.utf8_str() << " in " << function.utf8_str()
+                  << " (" << file.utf8_str() << ":" << line << "): " << message.utf8_str();
+}
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    wxSetAssertHandler(FailOnAssert);
+    wxApp::SetInstance(new wxApp);
+    if (!wxEntryStart(argc, argv)) {
+        std::fprintf(stderr, "the toolkit cannot start: no display?\n");
+        return 1;
+    }
+    wxTheApp->CallOnInit();
+    int result;
+    {
+        wxEventLoop loop;
+        wxEventLoopActivator active(&loop);
+        result = RUN_ALL_TESTS();
+    }
+    wxEntryCleanup();
+    return result;
+}

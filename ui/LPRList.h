@@ -1,0 +1,26 @@
+#pragma once
+#include <wx/panel.h>
+
+#include "UiEvents.h"
+
+class wxListCtrl;
+class wxListEvent;
+class wxStaticText;
+
+// The centre pane: the recent readings, newest first, and the database connection state.
+class LPRList : public wxPanel {
+  public:
+    LPRList(wxWindow* parent, const UiContext& context);
+    void Refill();
+    void SetStatus(int state);
+    wxListCtrl* List() const { return list_; }
+    wxString StatusText() const;
+
+  private:
+    void OnActivated(wxListEvent& event);
+
+    UiContext context_;
+    wxStaticText* title_ = nullptr;
+    wxStaticText* status_ = nullptr;
+    wxListCtrl* list_ = nullptr;
+};

@@ -1,0 +1,36 @@
+#include "LaneDlg.h"
+
+#include <wx/button.h>
+#include <wx/listctrl.h>
+#include <wx/propgrid/propgrid.h>
+#include <wx/sizer.h>
+
+#include "core/Project.h"
+
+LaneDlg::LaneDlg(wxWindow* parent, const UiContext& context) : wxPanel(parent, wxID_ANY) {
+    auto* regions = new wxListCtrl(this, 6003, wxDefaultPosition, wxDefaultSize, wxLC_REPORT);
+    for (const char* header : {"ROI ID", "ROI Name", "Video Source", "Lane", "Trigger"})
+        regions->AppendColumn(header);
+    auto* boxes = new wxListCtrl(this, 6006, wxDefaultPosition, wxDefaultSize, wxLC_REPORT);
+    for (const char* header : {"ROI", "X1 (%)", "Y1 (%)", "X2 (%)", "Y2 (%)"})
+        boxes->AppendColumn(header);
+    auto* grid = new wxPropertyGrid(this, wxID_ANY);
+    grid->Append(new wxPropertyCategory("New ROI"));
+    grid->Append(new wxStringProperty("ROI Name"));
+    grid->Append(new wxIntProperty("ID"));
+    auto* sizer = new wxBoxSizer(wxVERTICAL);
+    sizer->Add(regions, 1, wxEXPAND);
+    sizer->Add(boxes, 1, wxEXPAND);
+    sizer->Add(grid, 1, wxEXPAND);
+    sizer->Add(new wxButton(this, 6033, "Add ROI"), 0, wxEXPAND);
+    sizer->Add(new wxButton(this, 6034, "Remove ROI"), 0, wxEXPAND);
+    sizer->Add(new wxButton(this, 6037, "Remove ROI"), 0, wxEXPAND);
+    SetSizer(sizer);
+    Project* project = context.project;
+    auto touch = [project](wxEvent& event) {
+        project->TouchActivity();
+        event.Skip();
+    };
+    Bind(wxEVT_BUTTON, touch);
+    Bind(wxEVT_LIST_ITEM_SELECTED, touch);
+}

@@ -1,0 +1,13 @@
+#pragma once
+#include "ComponentPane.h"
+
+// The pane "Triggers Management".
+class TriggerDlg : public ComponentPane {
+  public:
+    TriggerDlg(wxWindow* parent, const UiContext& context);
+    void RefillTypes();
+    void Refill() override;
+    void OnAdd() override;
+    void OnModify() override;
+    void OnRemove() override;
+};
