@@ -83,7 +83,8 @@ case "${1:-}" in
         shift
         # The program's folder is its working directory: plug-ins, templates and projects.
         cd build
-        exec ./corvane "$@"
+        # -nopwd: a first look needs no login; --demo: open the demo project and sample it.
+        exec ./corvane -nopwd --demo "$@"
         ;;
     test)
         # The ONVIF tests drive the device front with the npm "onvif" client.

@@ -329,8 +329,10 @@ void MyFrame::ProjectStateChanged() {
         // After a load or a download the project came from elsewhere: upload is offered.
         filemenu->Enable(ID_UPLOADPROJECT, true);
         filemenu->Enable(ID_DOWNLOADPROJECT, false);
-        viewframe->RefillSources();
-        laneresult->RefillRegions();
+        RefreshLists();
+        // The live views follow the selection the open made: the first source and region.
+        if (const Camera* camera = project_.GetCamera(project_.selcamera))
+            viewframe->SelectSource(wxString::FromUTF8(camera->name));
     }
 }
 
@@ -523,8 +525,8 @@ void MyFrame::NewProject() {
 }
 
 void MyFrame::LoadProjectFile() {
-    wxFileDialog dialog(this, "Load Project", wxString::FromUTF8(startdir), "",
-                        "Project files (*.tlr)|*.tlr", wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+    wxFileDialog dialog(this, "Load Existing Project", wxString::FromUTF8(startdir), "",
+                        "TarvoLPR Project Files (*.tlr)|*.tlr", wxFD_OPEN | wxFD_FILE_MUST_EXIST);
     if (dialog.ShowModal() == wxID_OK)
         OpenProjectFile(std::string(dialog.GetPath().utf8_str()));
 }
@@ -535,21 +537,25 @@ void MyFrame::OpenProjectFile(const std::string& path) {
 }
 
 void MyFrame::ModifyProject() {
+    project_.processorplugins.StopMirrorDB();
     NewPrjDialog dialog(this, project_, 1);
     dialog.FillFromProject();
-    if (dialog.ShowModal() == 1)
-        session_.SaveCurrent();
+    dialog.ShowModal();
+    // The values reach the project file at the next save.
+    if (project_.place.uselocaldb != 0)
+        project_.processorplugins.StartMirrorDB(project_.place.syncrotime, project_.place.dbstorage,
+                                                project_.OpenArgs());
 }
 
 void MyFrame::ExportProject() {
-    wxDirDialog dialog(this, "Export Project", wxString::FromUTF8(startdir));
+    wxDirDialog dialog(this, "Choose destination directory", wxString::FromUTF8(startdir));
     if (dialog.ShowModal() == wxID_OK)
         session_.ExportProject(std::string(dialog.GetPath().utf8_str()));
 }
 
 void MyFrame::ImportProject() {
-    wxFileDialog dialog(this, "Import Project", wxString::FromUTF8(startdir), "",
-                        "Project files (*.tlr)|*.tlr", wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+    wxFileDialog dialog(this, "Import Existing Project", wxString::FromUTF8(startdir), "",
+                        "TarvoLPR Project Files (*.tlr)|*.tlr", wxFD_OPEN);
     if (dialog.ShowModal() == wxID_OK)
         session_.ImportProject(std::string(dialog.GetPath().utf8_str()));
 }
