@@ -39,6 +39,8 @@
 #include "ui/NewPrjDialog.h"
 #include "ui/ParametriScheda.h"
 #include "ui/ProcessorDlg.h"
+#include "ui/TemplatesDlg.h"
+#include "ui/TriggerDlg.h"
 #include "ui/ViewFrame.h"
 #include "ui/wxAdministrator.h"
 
@@ -405,6 +407,191 @@ TEST(DesktopProgram, TheSettingsDialogBuildsRowsAndTheValueReturn) {
     EXPECT_NE(flat.find("<VALUE>Slow<\\VALUE>"), std::string::npos);
     EXPECT_NE(flat.find("<TYPE>PIN<\\TYPE><VALUE>NO BOARD;-1<\\VALUE>"), std::string::npos)
         << dialog.returntext;
+}
+
+namespace {
+
+// A window with a new, empty project, for the pane tests.
+struct OpenWindow {
+    OpenWindow() : frame(new MyFrame(project, kStartNoPassword)) {
+        frame->SetKillOnClose(false);
+        frame->Show();
+        dialogs.project = [this](NewPrjDialog& dialog) {
+            SetRow(dialog.Grid(), "Project Name", "site");
+            SetRow(dialog.Grid(), "Project Folder", wxString::FromUTF8(app.File("")));
+            return dialog.Confirm() ? 1 : 0;
+        };
+        Menu(*frame, ID_NEWPROJECT);
+        Pump(std::chrono::milliseconds(100));
+    }
+    ~OpenWindow() {
+        frame->Shutdown(false);
+        frame->Destroy();
+        Pump(std::chrono::milliseconds(100));
+    }
+    AppFolder app;
+    Project project;
+    ScriptedDialogs dialogs;
+    LogCapture warnings;
+    MyFrame* frame;
+};
+
+}  // namespace
+
+TEST(DesktopProgram, TheRoiPaneRefusesBadChangesAndAppliesAGoodOne) {
+    OpenWindow window;
+    Project& project = window.project;
+    window.dialogs.region = [](AddLaneDlg& dialog) {
+        SetRow(dialog.Grid(), "ROI Name", "Lane1");
+        SetRow(dialog.Grid(), "Shape", "100,100; 900,100; 900,900; 100,900");
+        return dialog.OnAddLane() ? 1 : 0;
+    };
+    Menu(*window.frame, ID_ADDROI);
+    ASSERT_EQ(project.lanes.GetCount(), 1u);
+    EXPECT_EQ(project.lanes[0].trigname, "No trigger");
+    Pump(std::chrono::milliseconds(100));
+
+    GestioneLane& pane = *window.frame->Regions();
+    pane.Select(project.lanes[0].id);
+    Pump(std::chrono::milliseconds(50));
+    ASSERT_EQ(pane.selected, project.lanes[0].id);
+    // A refused change leaves the selection and the grid as they were: the row is put back.
+    auto attempt = [&](const char* key, const char* value, const char* warning) {
+        const wxString good = pane.Grid()->GetPropertyValueAsString(key);
+        SetRow(pane.Grid(), key, value);
+        EXPECT_FALSE(pane.OnModifyLane());
+        SetRow(pane.Grid(), key, good);
+        EXPECT_TRUE(window.warnings.Contains(warning)) << warning;
+        EXPECT_EQ(project.lanes[0].name, "Lane1");
+        EXPECT_NE(project.lanes[0].lprthread, nullptr) << "the region must run again";
+    };
+    attempt("BufferLen", "1", "Invalid images buffer length");
+    attempt("Shape", "1, 2, 3", "ROI shape not valid");
+    attempt("Shape", "100, 100; 100, 900", "ROI not valid");  // a box of no width
+    attempt("MinCar", "5", "LPR Configuration not valid");    // a change needs at least 10
+
+    SetRow(pane.Grid(), "ROI Name", "Lane2");
+    SetRow(pane.Grid(), "Shape", "200,300;800,300;800,700");
+    SetRow(pane.Grid(), "MinCar", "12");
+    EXPECT_TRUE(pane.OnModifyLane());
+    EXPECT_EQ(project.lanes[0].name, "Lane2");
+    EXPECT_EQ(project.lanes[0].roi[0], 200);
+    EXPECT_EQ(project.lanes[0].roi[3], 700);
+    EXPECT_EQ(project.lanes[0].trigname, "No Trigger");
+    EXPECT_EQ(project.lanes[0].UseTemplate, 0);
+    Pump(std::chrono::milliseconds(100));
+    // The change refilled the list: no row is selected any more.
+    EXPECT_EQ(pane.selected, -1);
+    EXPECT_EQ(ListColumn(pane.List(), 1), std::vector<std::string>{"Lane2"});
+}
+
+TEST(DesktopProgram, AddingARegionChecksPortsNamesAndBoxesFirst) {
+    OpenWindow window;
+    Project& project = window.project;
+    window.dialogs.settings = [](ParametriScheda& dialog) {
+        dialog.Update();
+        return 1;
+    };
+    SetRow(window.frame->Cameras()->Grid(), "Name", "Cam1");
+    SetRow(window.frame->Cameras()->Grid(), "Port", "8090");
+    window.frame->Cameras()->OnAddCamera();
+    ASSERT_EQ(project.cameras.GetCount(), 1u);
+    EXPECT_EQ(project.cameras[0].port, 8090);
+    EXPECT_EQ(project.cameras[0].bitrate, 1024000);
+
+    std::vector<std::string> refusals;
+    window.dialogs.region = [&](AddLaneDlg& dialog) {
+        SetRow(dialog.Grid(), "ROI Name", "Cam1");  // a source's name
+        SetRow(dialog.Grid(), "STRPORT", "8090");   // the source's port: checked first
+        EXPECT_FALSE(dialog.OnAddLane());
+        SetRow(dialog.Grid(), "STRPORT", "-1");
+        EXPECT_FALSE(dialog.OnAddLane());
+        SetRow(dialog.Grid(), "ROI Name", "Lane1");
+        SetRow(dialog.Grid(), "Shape", "500,500");  // one point: the full frame
+        EXPECT_TRUE(dialog.OnAddLane());
+        return 1;
+    };
+    Menu(*window.frame, ID_ADDROI);
+    EXPECT_NE(std::find(window.dialogs.asked.begin(), window.dialogs.asked.end(),
+                        "Streaming port already assigned to Cam1"),
+              window.dialogs.asked.end());
+    EXPECT_TRUE(window.warnings.Contains("ROI Name needs to be unique"));
+    ASSERT_EQ(project.lanes.GetCount(), 1u);
+    EXPECT_EQ(project.lanes[0].roi[2], 1000);
+    EXPECT_EQ(project.lanes[0].camname, "Cam1");
+}
+
+TEST(DesktopProgram, ATriggerAddedLeavesABlankNameAndTheNextIdBehind) {
+    OpenWindow window;
+    window.dialogs.settings = [](ParametriScheda& dialog) {
+        dialog.Update();
+        return 1;
+    };
+    TriggerDlg& pane = *window.frame->Triggers();
+    SetRow(pane.Grid(), "Name", "Loop1");
+    SetRow(pane.Grid(), "Type", "Pin Trigger");
+    SetRow(pane.Grid(), "ID", "0");
+    pane.OnAdd();
+    EXPECT_TRUE(window.warnings.Contains("ID not valid"));
+    SetRow(pane.Grid(), "ID", "3");
+    pane.OnAdd();
+    ASSERT_EQ(window.project.triggers.GetCount(), 1u);
+    EXPECT_EQ(window.project.triggers[0].id, 3);
+    EXPECT_EQ(pane.Grid()->GetPropertyValueAsString("Name"), " ");
+    EXPECT_EQ(pane.Grid()->GetPropertyValueAsLong("ID"), 4);
+    pane.OnAdd();
+    EXPECT_TRUE(window.warnings.Contains("Trigger name cannot contain spaces"));
+    EXPECT_EQ(window.project.triggers.GetCount(), 1u);
+}
+
+TEST(DesktopProgram, TheTemplatesManagerMovesCountriesAndSavesTheirUse) {
+    OpenWindow window;
+    TemplatesDlg dialog(window.frame, window.project);
+    ASSERT_GT(dialog.Available().size(), 5u);
+    EXPECT_FALSE(dialog.AddCountry());  // nothing selected
+    EXPECT_EQ(window.dialogs.asked.back(), "Please select a country before");
+    while (!dialog.Used().empty()) {
+        dialog.SelectUsed(0);
+        ASSERT_TRUE(dialog.RemoveCountry());
+    }
+    dialog.SelectAvailable(0);
+    ASSERT_TRUE(dialog.AddCountry());
+    dialog.SelectAvailable(0);
+    EXPECT_FALSE(dialog.AddCountry());
+    EXPECT_EQ(window.dialogs.asked.back(), "Country already in use");
+    window.dialogs.answers = {{"Save changes?", wxID_YES}};
+    dialog.AskAndSave();
+    TemplateSet saved;
+    saved.LoadTemplates(dialog.FilePath());
+    const std::string kept = dialog.Available()[0].utf8_str().data();
+    for (const PlateTemplate& plate : saved.templates)
+        EXPECT_EQ(plate.use, plate.isoCountry == kept ? 1 : 0) << plate.isoCountry;
+}
+
+TEST(DesktopProgram, ThePolygonEditorTakesTheImageEdgesAndClosesOnTheFirstPoint) {
+    ShapeEditor editor;
+    editor.state = ShapeEditor::kReady;
+    editor.ox = 10;
+    editor.oy = 20;
+    editor.imgw = 200;
+    editor.imgh = 100;
+    ShapePoint point;
+    EXPECT_TRUE(editor.ToImage(210, 120, point));  // the right and lower edge: 1000
+    EXPECT_EQ(point.x, 1000);
+    EXPECT_EQ(point.y, 1000);
+    EXPECT_FALSE(editor.ToImage(211, 120, point));
+    EXPECT_FALSE(editor.Click(300, 300));  // outside: no polygon starts
+    EXPECT_EQ(editor.state, ShapeEditor::kReady);
+    editor.Click(10, 20);
+    ASSERT_EQ(editor.points.size(), 2u);  // the fixed point and the moving one
+    EXPECT_EQ(editor.points[0], editor.points[1]);
+    EXPECT_TRUE(editor.Move(110, 20));
+    editor.Click(110, 20);
+    editor.Click(110, 70);
+    EXPECT_EQ(editor.points.size(), 4u);
+    EXPECT_TRUE(editor.Click(13, 24));  // within 5 pixels of the first point
+    EXPECT_EQ(editor.state, ShapeEditor::kReady);
+    EXPECT_EQ(editor.points, (std::vector<ShapePoint>{{0, 0}, {500, 0}, {500, 500}}));
 }
 
 // A toolkit assertion fails the test instead of opening a dialog that nobody answers.
