@@ -23,6 +23,7 @@
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <opencv2/imgcodecs.hpp>
 
 #include "TestSupport.h"
 #include "core/Project.h"
@@ -39,6 +40,7 @@
 #include "ui/NewPrjDialog.h"
 #include "ui/ParametriScheda.h"
 #include "ui/ProcessorDlg.h"
+#include "ui/ShowFrameDlg.h"
 #include "ui/TemplatesDlg.h"
 #include "ui/TriggerDlg.h"
 #include "ui/ViewFrame.h"
@@ -592,6 +594,75 @@ TEST(DesktopProgram, ThePolygonEditorTakesTheImageEdgesAndClosesOnTheFirstPoint)
     EXPECT_TRUE(editor.Click(13, 24));  // within 5 pixels of the first point
     EXPECT_EQ(editor.state, ShapeEditor::kReady);
     EXPECT_EQ(editor.points, (std::vector<ShapePoint>{{0, 0}, {500, 0}, {500, 500}}));
+}
+
+TEST(DesktopProgram, TheInactivityLockAsksForTheLoginAndAFailureClosesTheWindow) {
+    OpenWindow window;
+    Project& project = window.project;
+    int logins = 0;
+    window.dialogs.login = [&](wxAdministrator& dialog) {
+        ++logins;
+        EXPECT_EQ(dialog.username, "steer");
+        return 1;
+    };
+    wxTimer tick(window.frame, ID_ACTIVITYTIMER);
+    auto fire = [&] {
+        wxTimerEvent event(tick);
+        window.frame->ProcessWindowEvent(event);
+    };
+    // Within the time-out nothing happens; with a time-out of 0 any time at all is too long.
+    project.TouchActivity();
+    fire();
+    EXPECT_EQ(logins, 0);
+    project.timeout = 0;
+    {
+        std::lock_guard<std::mutex> lock(project.activitymutex);
+        project.lastactivity -= 10;
+    }
+    fire();
+    EXPECT_EQ(logins, 1);
+    // Without the password mode the lock never comes.
+    project.accessmode = 0;
+    {
+        std::lock_guard<std::mutex> lock(project.activitymutex);
+        project.lastactivity -= 10;
+    }
+    fire();
+    EXPECT_EQ(logins, 1);
+    // A refused login closes the window by the close path, which asks "Exit?".
+    project.accessmode = 1;
+    {
+        std::lock_guard<std::mutex> lock(project.activitymutex);
+        project.lastactivity -= 10;
+    }
+    window.dialogs.login = [](wxAdministrator&) { return 0; };
+    window.dialogs.answers = {{"Exit?", wxID_NO}};
+    fire();
+    Pump(std::chrono::milliseconds(100));
+    EXPECT_NE(std::find(window.dialogs.asked.begin(), window.dialogs.asked.end(), "Exit?"),
+              window.dialogs.asked.end());
+    EXPECT_TRUE(window.frame->IsShown());
+}
+
+TEST(DesktopProgram, AStoredReadingOpensWithItsPlateAndBrowsesItsPictures) {
+    AppFolder app;
+    Project project;
+    cv::Mat picture(200, 300, CV_8UC3, cv::Scalar(40, 80, 120));
+    ASSERT_TRUE(cv::imwrite(app.File("reading.jpg"), picture));
+    LPRPackage reading;
+    reading.plate = "AB123CD";
+    reading.image = app.File("reading.jpg");
+    reading.rect[0] = 100;
+    reading.rect[1] = 50;
+    reading.rect[2] = 80;
+    reading.rect[3] = 20;
+    ShowFrameDlg dialog(nullptr, project, reading);
+    // No site database: the reading's own picture is the only one.
+    EXPECT_EQ(dialog.ImageCount(), 1);
+    dialog.Browse(1);
+    EXPECT_EQ(dialog.ImageIndex(), 0);
+    dialog.Browse(-1);
+    EXPECT_EQ(dialog.ImageIndex(), 0);
 }
 
 // A toolkit assertion fails the test instead of opening a dialog that nobody answers.
