@@ -31,6 +31,12 @@ bool WaitFor(int fd, short events, int timeoutMs) {
 
 }  // namespace
 
+TcpSocket TcpSocket::NewSocket(const std::string& ip, int port, sockaddr_in& address) {
+    if (!ParseAddress(ip, port, address))
+        return TcpSocket();
+    return TcpSocket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+}
+
 TcpSocket& TcpSocket::operator=(TcpSocket&& other) noexcept {
     if (this != &other) {
         Close();
@@ -48,9 +54,7 @@ void TcpSocket::Close() {
 
 TcpSocket TcpSocket::Connect(const std::string& ip, int port, int timeoutMs) {
     sockaddr_in address{};
-    if (!ParseAddress(ip, port, address))
-        return TcpSocket();
-    TcpSocket socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    TcpSocket socket = NewSocket(ip, port, address);
     if (!socket.IsOpen())
         return socket;
     const int flags = ::fcntl(socket.fd_, F_GETFL, 0);
@@ -69,9 +73,7 @@ TcpSocket TcpSocket::Connect(const std::string& ip, int port, int timeoutMs) {
 
 TcpSocket TcpSocket::Listen(const std::string& ip, int port) {
     sockaddr_in address{};
-    if (!ParseAddress(ip, port, address))
-        return TcpSocket();
-    TcpSocket socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    TcpSocket socket = NewSocket(ip, port, address);
     if (!socket.IsOpen())
         return socket;
     const int yes = 1;

@@ -2,6 +2,8 @@
 #include <cstddef>
 #include <string>
 
+struct sockaddr_in;
+
 namespace platform {
 
 // An owned TCP socket: a client connection, an accepted peer or a listener. Closed when the
@@ -38,6 +40,9 @@ class TcpSocket {
     int LocalPort() const;
 
   private:
+    // A TCP socket for a dotted address; closed when the address does not parse.
+    static TcpSocket NewSocket(const std::string& ip, int port, struct sockaddr_in& address);
+
     int fd_ = -1;
 };
 

@@ -29,13 +29,7 @@ namespace {
 // A working folder whose ./plugin is the build's folder of shipped plug-ins.
 class SiteFolder {
   public:
-    SiteFolder() {
-        EXPECT_EQ(::symlink((std::string(CORVANE_APP_DIR) + "/plugin").c_str(),
-                            dir_.File("plugin").c_str()),
-                  0);
-        platform::CopyFileOver(std::string(CORVANE_APP_DIR) + "/templates.xml",
-                               dir_.File("templates.xml"));
-    }
+    SiteFolder() { FillAppFolder(dir_, CORVANE_APP_DIR); }
     const TempDir& Dir() const { return dir_; }
 
   private:

@@ -14,6 +14,7 @@
 #include <wx/modalhook.h>
 #include <wx/msgdlg.h>
 #include <wx/propgrid/propgrid.h>
+#include <wx/weakref.h>
 
 #include <chrono>
 #include <functional>
@@ -58,6 +59,8 @@ bool Pump(std::chrono::milliseconds limit, const std::function<bool()>& done = n
         while (loop != nullptr && loop->Pending())
             loop->Dispatch();
         wxTheApp->ProcessPendingEvents();
+        // Idle time is when closed windows are really deleted.
+        wxTheApp->ProcessIdle();
         if (done && done())
             return true;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -106,14 +109,7 @@ class ScriptedDialogs : public wxModalDialogHook {
 // An application folder: the shipped plug-ins and stock files, as the program finds them.
 class AppFolder {
   public:
-    AppFolder() : cwd_(dir_.Path()) {
-        ::symlink((std::string(CORVANE_APP_DIR) + "/plugin").c_str(), dir_.File("plugin").c_str());
-        for (const char* file : {"templates.xml", "countrycodes.txt"})
-            platform::CopyFileOver(std::string(CORVANE_APP_DIR) + "/" + file, dir_.File(file));
-        platform::MakeDirectory(dir_.File("templ"));
-        platform::CopyFileOver(std::string(CORVANE_APP_DIR) + "/templ/probematches_templ.xml",
-                               dir_.File("templ/probematches_templ.xml"));
-    }
+    AppFolder() : cwd_(dir_.Path()) { FillAppFolder(dir_, CORVANE_APP_DIR); }
     std::string File(const std::string& name) const { return dir_.File(name); }
 
   private:
@@ -175,9 +171,9 @@ TEST(DesktopProgram, AnOperatorSessionFromNewProjectToReopening) {
     frame->SetKillOnClose(false);
     // Whatever fails, the window goes before the project it shows.
     struct Closer {
-        MyFrame* frame;
+        wxWeakRef<MyFrame> frame;  // cleared when the window is really deleted
         ~Closer() {
-            if (wxWindow::FindWindowById(frame->GetId()) == frame) {
+            if (frame) {
                 frame->Shutdown(false);
                 frame->Destroy();
                 Pump(std::chrono::milliseconds(100));
@@ -681,6 +677,8 @@ int main(int argc, char** argv) {
         return 1;
     }
     wxTheApp->CallOnInit();
+    // The tests open and close windows one after another; the last one closing is no exit.
+    wxTheApp->SetExitOnFrameDelete(false);
     int result;
     {
         wxEventLoop loop;

@@ -30,12 +30,7 @@ namespace {
 class RuntimeProcess {
   public:
     RuntimeProcess() {
-        ::symlink((std::string(CORVANE_APP_DIR) + "/plugin").c_str(), dir_.File("plugin").c_str());
-        for (const char* file : {"templates.xml", "countrycodes.txt"})
-            platform::CopyFileOver(std::string(CORVANE_APP_DIR) + "/" + file, dir_.File(file));
-        platform::MakeDirectory(dir_.File("templ"));
-        platform::CopyFileOver(std::string(CORVANE_APP_DIR) + "/templ/probematches_templ.xml",
-                               dir_.File("templ/probematches_templ.xml"));
+        FillAppFolder(dir_, CORVANE_APP_DIR);
         const std::string program = std::string(CORVANE_APP_DIR) + "/corvane";
         const std::string output = dir_.File("output.txt");
         posix_spawn_file_actions_t actions;

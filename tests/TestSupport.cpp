@@ -1,7 +1,10 @@
 #include "TestSupport.h"
 
+#include "platform/FileSystem.h"
+
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -124,4 +127,13 @@ void SetScript(const std::string& libraryPath, const std::string& script) {
     if (set != nullptr)
         set(script.c_str());
     ::dlclose(handle);
+}
+
+void FillAppFolder(const TempDir& folder, const std::string& builtAppDir) {
+    EXPECT_EQ(::symlink((builtAppDir + "/plugin").c_str(), folder.File("plugin").c_str()), 0);
+    for (const char* file : {"templates.xml", "countrycodes.txt"})
+        platform::CopyFileOver(builtAppDir + "/" + file, folder.File(file));
+    platform::MakeDirectory(folder.File("templ"));
+    platform::CopyFileOver(builtAppDir + "/templ/probematches_templ.xml",
+                           folder.File("templ/probematches_templ.xml"));
 }

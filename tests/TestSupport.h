@@ -53,6 +53,10 @@ void WriteFileBytes(const std::string& path, const std::vector<uint8_t>& bytes);
 std::string ReadFileText(const std::string& path);
 void WriteFileText(const std::string& path, const std::string& text);
 
+// Makes folder an application folder of the build in builtAppDir: its plug-ins (linked), the
+// stock templates, country codes and discovery answer (copied).
+void FillAppFolder(const TempDir& folder, const std::string& builtAppDir);
+
 // The test application folder with its ./plugin/<kind>/ directories.
 std::string AppDir();
 // Path of a test plug-in library, e.g. PluginPath("board", "TestBoard").

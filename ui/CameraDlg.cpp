@@ -264,18 +264,14 @@ void CameraDlg::OnRemoveCamera() {
 }
 
 void CameraDlg::OnStartSampling() {
-    Project& project = *context_.project;
-    project.TouchActivity();
-    Camera* camera = project.GetCamera(selected);
-    if (camera == nullptr) {
-        wxMessageBox("Camera nont selected", wxMessageBoxCaptionStr, wxOK, this);
-        return;
-    }
-    control_.StartSampling(*camera);
-    UpdateButtons();
+    Sample(true);
 }
 
 void CameraDlg::OnStopSampling() {
+    Sample(false);
+}
+
+void CameraDlg::Sample(bool start) {
     Project& project = *context_.project;
     project.TouchActivity();
     Camera* camera = project.GetCamera(selected);
@@ -283,6 +279,9 @@ void CameraDlg::OnStopSampling() {
         wxMessageBox("Camera nont selected", wxMessageBoxCaptionStr, wxOK, this);
         return;
     }
-    control_.StopSampling(*camera);
+    if (start)
+        control_.StartSampling(*camera);
+    else
+        control_.StopSampling(*camera);
     UpdateButtons();
 }

@@ -35,6 +35,7 @@ class CameraDlg : public wxPanel {
     int selected = -1;
 
   private:
+    void Sample(bool start);
     void Layout(const wxSize& client);
     void OnSelected(wxListEvent& event);
 

@@ -88,10 +88,7 @@ void TriggerDlg::OnAdd() {
             grid_->SetPropertyValue("Name", " ");
         }
     }
-    project.PostEvent(ID_TRIGGERS_CHANGED, 0);
-    project.StartLanes();
-    project.StartBoardThread();
-    project.PostEvent(ID_CAMERA_BUTTONS, 0);
+    RestartAfterEdit();
 }
 
 void TriggerDlg::OnModify() {
@@ -129,6 +126,11 @@ void TriggerDlg::OnModify() {
             }
         }
     }
+    RestartAfterEdit();
+}
+
+void TriggerDlg::RestartAfterEdit() {
+    Project& project = *context_.project;
     project.PostEvent(ID_TRIGGERS_CHANGED, 0);
     project.StartLanes();
     project.StartBoardThread();

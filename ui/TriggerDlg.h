@@ -10,4 +10,8 @@ class TriggerDlg : public ComponentPane {
     void OnAdd() override;
     void OnModify() override;
     void OnRemove() override;
+
+  private:
+    // The regions and the board thread start again, and the ROI pane hears of the list.
+    void RestartAfterEdit();
 };
