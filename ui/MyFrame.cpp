@@ -347,12 +347,13 @@ void MyFrame::PostCommand(int id, int value, const std::string& text) {
 
 void MyFrame::CheckSelection(int id, int value) {
     if (id == ID_CAMERAS_CHANGED && value == 0) {
-        std::lock_guard<std::mutex> lock(project_.selectionmutex);
-        if (project_.GetCamera(project_.selcamera) == nullptr)
-            project_.selcamera = -1;
-    }
-    if (id == ID_CAMERAS_CHANGED && value == 0)
+        {
+            std::lock_guard<std::mutex> lock(project_.selectionmutex);
+            if (project_.GetCamera(project_.selcamera) == nullptr)
+                project_.selcamera = -1;
+        }
         viewframe->RefillSources();
+    }
     {
         std::lock_guard<std::mutex> lock(project_.selectionmutex);
         if (project_.GetLane(project_.selroi) == nullptr)
