@@ -49,6 +49,7 @@ constexpr const char* kIncomingFolder = "projects/incoming";
 struct Options {
     StartMode startMode = kStartNormal;
     bool runtime = false;
+    bool headless = false;           // asked for by name; the other roles imply it
     std::string listen = "0.0.0.0";  // the runtime's transfer server address
     int seconds = -1;
     std::string projectFile;
@@ -74,7 +75,9 @@ Options ParseOptions(int argc, char** argv) {
             options.download = argv[++i];
         else if (std::strcmp(argv[i], "--upload") == 0 && hasValue)
             options.upload = argv[++i];
-        else if (std::strcmp(argv[i], "--headless") == 0 || std::strcmp(argv[i], "--demo") == 0)
+        else if (std::strcmp(argv[i], "--headless") == 0)
+            options.headless = true;
+        else if (std::strcmp(argv[i], "--demo") == 0)
             continue;
         else
             options.projectFile = argv[i];
@@ -280,10 +283,8 @@ class HeadlessProgram {
 
 bool WantsHeadless(int argc, char** argv) {
     const Options options = ParseOptions(argc, argv);
-    for (int i = 1; i < argc; ++i)
-        if (std::strcmp(argv[i], "--headless") == 0)
-            return true;
-    return options.runtime || !options.download.empty() || !options.upload.empty();
+    return options.headless || options.runtime || !options.download.empty() ||
+           !options.upload.empty();
 }
 
 int RunHeadless(Project& project, int argc, char** argv) {

@@ -60,6 +60,10 @@ void ProjectSession::OpenProject() {
     ReturnToStartDir();
     project_.StartLanes();
     project_.StartBoardThread();
+    StartMirrorDB();
+}
+
+void ProjectSession::StartMirrorDB() {
     if (project_.place.uselocaldb != 0)
         project_.processorplugins.StartMirrorDB(project_.place.syncrotime, project_.place.dbstorage,
                                                 project_.OpenArgs());

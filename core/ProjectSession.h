@@ -42,6 +42,9 @@ class ProjectSession {
     // Opens "./TempPrj/" after a completed download, as the project "default".
     bool OpenDownloaded();
 
+    // Starts the MIRRORDB post processor when the site keeps a local database.
+    void StartMirrorDB();
+
     // Selects the first camera and the first region for the live views.
     void SelectFirst();
 

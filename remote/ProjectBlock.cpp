@@ -25,6 +25,11 @@ std::string FileOf(const Section& section, const std::string& projectFile) {
 
 }  // namespace
 
+std::string SectionPath(const std::string& folder, const Section& section,
+                        const std::string& projectFile) {
+    return InFolder(folder, FileOf(section, projectFile));
+}
+
 std::string OpeningTag(const Section& section) {
     return std::string("<") + section.tag + ">";
 }
@@ -37,7 +42,7 @@ std::string Compose(const std::string& folder, const std::string& projectFile) {
     std::string block;
     for (const Section& section : kSectionTable) {
         std::string content;
-        if (platform::ReadWholeFile(InFolder(folder, FileOf(section, projectFile)), content,
+        if (platform::ReadWholeFile(SectionPath(folder, section, projectFile), content,
                                     kMaxBlock) != platform::ReadResult::Ok)
             content.clear();
         block += OpeningTag(section) + content + ClosingTag(section);
@@ -60,7 +65,7 @@ bool WriteSections(const std::string& buffer, const std::string& folder,
             return false;
         const size_t begin = opening[i] + OpeningTag(kSectionTable[i]).size();
         const size_t length = closing[i] > begin ? closing[i] - begin : 0;
-        platform::WriteWholeFile(InFolder(folder, FileOf(kSectionTable[i], projectFile)),
+        platform::WriteWholeFile(SectionPath(folder, kSectionTable[i], projectFile),
                                  buffer.data() + begin, length);
     }
     return true;

@@ -23,6 +23,9 @@ struct Section {
 extern const Section kSectionTable[kSections];
 
 std::string OpeningTag(const Section& section);
+// Where a section's file lies in folder: its own name, or projectFile for the project file.
+std::string SectionPath(const std::string& folder, const Section& section,
+                        const std::string& projectFile);
 std::string ClosingTag(const Section& section);
 
 // The block of the files in folder, the project file being projectFile; a file that is

@@ -43,14 +43,12 @@ bool RuntimeServer::TakeIncoming(const std::string& folder, const std::string& p
         return false;
     platform::MakeDirectory(folder);
     for (const auto& section : ProjectBlock::kSectionTable) {
-        const std::string from =
-            incoming_ + "/" + (section.file != nullptr ? section.file : kIncomingProjectFile);
-        const std::string to =
-            folder + "/" + (section.file != nullptr ? section.file : projectFile);
         std::string content;
-        if (platform::ReadWholeFile(from, content, ProjectBlock::kMaxBlock) ==
-            platform::ReadResult::Ok)
-            platform::WriteWholeFile(to, content);
+        if (platform::ReadWholeFile(
+                ProjectBlock::SectionPath(incoming_, section, kIncomingProjectFile), content,
+                ProjectBlock::kMaxBlock) == platform::ReadResult::Ok)
+            platform::WriteWholeFile(ProjectBlock::SectionPath(folder, section, projectFile),
+                                     content);
     }
     incomingReady_ = false;
     return true;

@@ -87,7 +87,3 @@ void StartThreads::Start(Project* project, EventSink* frame, const std::string& 
     thread->Run();
     threads_.push_back(std::move(thread));
 }
-
-size_t StartThreads::Running() const {
-    return threads_.size();
-}

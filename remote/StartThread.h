@@ -48,7 +48,6 @@ class StartThread : public platform::WorkerThread {
 class StartThreads {
   public:
     void Start(Project* project, EventSink* frame, const std::string& ip, int mode);
-    size_t Running() const;
 
   private:
     std::list<std::unique_ptr<StartThread>> threads_;

@@ -120,9 +120,7 @@ void Fill(wxPropertyGrid* grid, Project& project, const Lane& lane) {
 }
 
 int Int(wxPropertyGrid* grid, const char* key) {
-    wxPGProperty* row = grid->GetProperty(key);
-    return row != nullptr && !row->GetValue().IsNull() ? static_cast<int>(row->GetValue().GetLong())
-                                                       : 0;
+    return GridInt(grid, key);
 }
 
 std::string Text(wxPropertyGrid* grid, const char* key) {

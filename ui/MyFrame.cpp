@@ -543,9 +543,7 @@ void MyFrame::ModifyProject() {
     dialog.FillFromProject();
     dialog.ShowModal();
     // The values reach the project file at the next save.
-    if (project_.place.uselocaldb != 0)
-        project_.processorplugins.StartMirrorDB(project_.place.syncrotime, project_.place.dbstorage,
-                                                project_.OpenArgs());
+    session_.StartMirrorDB();
 }
 
 void MyFrame::ExportProject() {

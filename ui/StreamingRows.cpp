@@ -4,17 +4,18 @@
 
 namespace {
 
-int IntOf(wxPropertyGrid* grid, const char* key) {
-    wxPGProperty* row = grid->GetProperty(key);
-    return row != nullptr ? static_cast<int>(row->GetValue().GetLong()) : 0;
-}
-
 void SetInt(wxPropertyGrid* grid, const char* key, int value) {
     if (wxPGProperty* row = grid->GetProperty(key))
         row->SetValue(value);
 }
 
 }  // namespace
+
+int GridInt(wxPropertyGrid* grid, const char* key) {
+    wxPGProperty* row = grid->GetProperty(key);
+    return row != nullptr && !row->GetValue().IsNull() ? static_cast<int>(row->GetValue().GetLong())
+                                                       : 0;
+}
 
 void AppendStreamingRows(wxPropertyGrid* grid, const StreamingLabels& labels, int bitrateKb) {
     grid->Append(new wxPropertyCategory("Streaming", "Streaming"));
@@ -34,11 +35,11 @@ void AppendStreamingRows(wxPropertyGrid* grid, const StreamingLabels& labels, in
 
 StreamingValues ReadStreamingRows(wxPropertyGrid* grid, const char* portKey) {
     StreamingValues values;
-    values.port = IntOf(grid, portKey);
-    values.autoDiscovery = IntOf(grid, "AUTODISC");
-    values.fps = IntOf(grid, "STREAMFPS");
-    values.bitrate = IntOf(grid, "BITRATE") * 1000;
-    values.frameDim = IntOf(grid, "STREAMFRAMEDIM");
+    values.port = GridInt(grid, portKey);
+    values.autoDiscovery = GridInt(grid, "AUTODISC");
+    values.fps = GridInt(grid, "STREAMFPS");
+    values.bitrate = GridInt(grid, "BITRATE") * 1000;
+    values.frameDim = GridInt(grid, "STREAMFRAMEDIM");
     return values;
 }
 

@@ -25,6 +25,9 @@ inline void AppendStreamingRows(wxPropertyGrid* grid, const char* discoveryLabel
     labels.discoveryLabel = discoveryLabel;
     AppendStreamingRows(grid, labels, bitrateKb);
 }
+// The integer of a row (an enumerated row's value); 0 for a missing or empty row.
+int GridInt(wxPropertyGrid* grid, const char* key);
+
 StreamingValues ReadStreamingRows(wxPropertyGrid* grid, const char* portKey = "Port");
 void WriteStreamingRows(wxPropertyGrid* grid, const StreamingValues& values,
                         const char* portKey = "Port");
