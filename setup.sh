@@ -55,13 +55,19 @@ install_packages() {
 
 register_odbc_driver() {
     # Sites reach SQL Server through FreeTDS; the connection strings name the driver "SQL Server".
+    # A fixed protocol version: left to guess, FreeTDS retries with another version after the
+    # login time-out and a server that accepts and stays silent holds the caller for minutes.
     local lib
     lib=$(find /usr/lib -name libtdsodbc.so 2>/dev/null | head -n 1 || true)
-    if [ -n "$lib" ] && ! odbcinst -q -d -n "SQL Server" >/dev/null 2>&1; then
-        printf '[SQL Server]\nDescription=FreeTDS driver for SQL Server\nDriver=%s\n' "$lib" \
-            > /tmp/corvane-sqlserver-driver.ini
-        as_root odbcinst -i -d -f /tmp/corvane-sqlserver-driver.ini >/dev/null || true
+    [ -n "$lib" ] || return 0
+    if odbcinst -q -d -n "SQL Server" 2>/dev/null | grep -q '^TDS_Version=7.4'; then
+        return 0
     fi
+    odbcinst -q -d -n "SQL Server" >/dev/null 2>&1 &&
+        as_root odbcinst -u -d -n "SQL Server" >/dev/null 2>&1 || true
+    printf '[SQL Server]\nDescription=FreeTDS driver for SQL Server\nDriver=%s\nTDS_Version=7.4\n' \
+        "$lib" > /tmp/corvane-sqlserver-driver.ini
+    as_root odbcinst -i -d -f /tmp/corvane-sqlserver-driver.ini >/dev/null || true
 }
 
 build() {

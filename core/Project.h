@@ -6,6 +6,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <vector>
 
 #include "Board.h"
 #include "Camera.h"
@@ -76,6 +77,11 @@ class Project {
     std::string prjname;
     std::string prjdir;
     std::string runtimeip;
+    // Set only while a project is checked without being opened (a runtime checks a received
+    // one): the loaders read the component files from loadfolder, and each plug-in a record
+    // names is noted in namedplugins (its path below appdir) instead of being created.
+    std::string loadfolder;
+    std::vector<std::string>* namedplugins = nullptr;
     std::mutex settingsmutex;
     PlaceSettings place;
 

@@ -54,9 +54,11 @@ void Warn(const char* function, const std::string& message) {
 }
 
 // Reads the whole file. Empty when the file is missing (silently) or unreadable (warned).
-std::optional<BinaryReader> OpenComponentFile(const ComponentFile& file) {
+std::optional<BinaryReader> OpenComponentFile(const ComponentFile& file,
+                                              const std::string& folder) {
     std::vector<uint8_t> bytes;
-    switch (platform::ReadWholeFile(file.fileName, bytes, kMaxBinaryFileSize)) {
+    const std::string path = folder.empty() ? file.fileName : folder + "/" + file.fileName;
+    switch (platform::ReadWholeFile(path, bytes, kMaxBinaryFileSize)) {
         case platform::ReadResult::Missing:
             return std::nullopt;
         case platform::ReadResult::CannotOpen:
@@ -121,6 +123,17 @@ bool Version1Or2(int32_t version) {
 }
 bool Version1Only(int32_t version) {
     return version == 1;
+}
+
+// While a project is only checked, the plug-in a record names is noted (its path below the
+// application folder) and not created: true then, and the record goes no further.
+template <typename Manager>
+bool NotedOnly(std::vector<std::string>* noted, const Manager& manager,
+               const std::string& library) {
+    if (noted == nullptr)
+        return false;
+    noted->push_back(manager.PathOf(library));
+    return true;
 }
 
 void Save(const ComponentFile& file, const BinaryWriter& writer) {
@@ -198,7 +211,7 @@ void Project::SaveCamera() {
 }
 
 void Project::LoadCamera() {
-    auto reader = OpenComponentFile(kCameras);
+    auto reader = OpenComponentFile(kCameras, loadfolder);
     int32_t version = 0;
     int32_t count = 0;
     if (!reader || !ReadHeader(kCameras, *reader, FromVersion1, version, count))
@@ -218,6 +231,8 @@ void Project::LoadCamera() {
         camera.name = head.name;
         camera.settings = head.settings;
         camera.sampling = 0;
+        if (NotedOnly(namedplugins, cameraplugins, head.library))
+            return true;
         {
             platform::ScopedWorkingDirectory inAppDir(appdir);
             camera.plugin = cameraplugins.CreateCamera(head.library);
@@ -240,7 +255,7 @@ void Project::SaveBoard() {
 }
 
 void Project::LoadBoard() {
-    auto reader = OpenComponentFile(kBoards);
+    auto reader = OpenComponentFile(kBoards, loadfolder);
     int32_t version = 0;
     int32_t count = 0;
     if (!reader || !ReadHeader(kBoards, *reader, Version1Or2, version, count))
@@ -251,6 +266,8 @@ void Project::LoadBoard() {
             return false;
         if (version < 2)
             head.settings = " ";
+        if (NotedOnly(namedplugins, boardplugins, head.library))
+            return true;
         platform::ScopedWorkingDirectory inAppDir(appdir);
         AddBoard(head.name, head.library, head.settings, head.id);
         return true;
@@ -267,7 +284,7 @@ void Project::SaveTrigger() {
 }
 
 void Project::LoadTrigger() {
-    auto reader = OpenComponentFile(kTriggers);
+    auto reader = OpenComponentFile(kTriggers, loadfolder);
     int32_t version = 0;
     int32_t count = 0;
     if (!reader || !ReadHeader(kTriggers, *reader, Version1Only, version, count))
@@ -276,6 +293,8 @@ void Project::LoadTrigger() {
         RecordHead head;
         if (!ReadHead(*reader, head, true))
             return false;
+        if (NotedOnly(namedplugins, triggerplugins, head.library))
+            return true;
         platform::ScopedWorkingDirectory inAppDir(appdir);
         AddTrigger(head.name, head.library, head.settings, head.id);
         return true;
@@ -294,7 +313,7 @@ void Project::SaveIntegrator() {
 }
 
 void Project::LoadIntegrator() {
-    auto reader = OpenComponentFile(kIntegrators);
+    auto reader = OpenComponentFile(kIntegrators, loadfolder);
     int32_t version = 0;
     int32_t count = 0;
     if (!reader || !ReadHeader(kIntegrators, *reader, FromVersion1, version, count))
@@ -308,6 +327,8 @@ void Project::LoadIntegrator() {
         gate.id = head.id;
         gate.name = head.name;
         gate.settings = head.settings;
+        if (NotedOnly(namedplugins, integratorplugins, head.library))
+            return true;
         {
             platform::ScopedWorkingDirectory inAppDir(appdir);
             gate.plugin = integratorplugins.CreaIntegratorPlugin(head.library);
@@ -337,7 +358,7 @@ void Project::SaveProcessor() {
 }
 
 void Project::LoadProcessor() {
-    auto reader = OpenComponentFile(kProcessors);
+    auto reader = OpenComponentFile(kProcessors, loadfolder);
     if (!reader)
         return;
     {
@@ -361,6 +382,8 @@ void Project::LoadProcessor() {
         processor.id = head.id;
         processor.name = head.name;
         processor.settings = head.settings;
+        if (NotedOnly(namedplugins, processorplugins, head.library))
+            return true;
         {
             platform::ScopedWorkingDirectory inAppDir(appdir);
             processor.plugin = processorplugins.CreaProcessorPlugin(head.library);
@@ -459,7 +482,7 @@ bool ReadLane(BinaryReader& reader, int version, Lane& lane) {
 }  // namespace
 
 void Project::LoadLane() {
-    auto reader = OpenComponentFile(kLanes);
+    auto reader = OpenComponentFile(kLanes, loadfolder);
     int32_t version = 0;
     int32_t count = 0;
     // Versions below 3 load nothing; their record count is not even read.
@@ -469,6 +492,8 @@ void Project::LoadLane() {
         Lane lane;
         if (!ReadLane(*reader, version, lane))
             return false;
+        if (NotedOnly(namedplugins, lprplugins, lane.lprlib))
+            return true;
         lanes.Add(lane);
         return true;
     });

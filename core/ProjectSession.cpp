@@ -86,7 +86,8 @@ void ProjectSession::ReturnToStartDir() {
 }
 
 bool ProjectSession::NewProject(const std::string& folder, const std::string& name) {
-    const std::string directory = WithSlash(WithSlash(folder) + name);
+    // Absolute, so that no later change of the working directory moves the project.
+    const std::string directory = WithSlash(platform::AbsolutePath(WithSlash(folder) + name));
     if (!platform::MakeDirectory(directory)) {
         host_.ShowMessage("Cannot create destination directory");
         return false;
@@ -105,7 +106,9 @@ bool ProjectSession::NewProject(const std::string& folder, const std::string& na
     return true;
 }
 
-bool ProjectSession::LoadProject(const std::string& projectFile) {
+bool ProjectSession::LoadProject(const std::string& givenFile) {
+    // A bare or relative name is taken from the working directory of the moment it was given.
+    const std::string projectFile = platform::AbsolutePath(givenFile);
     const std::string directory = WithSlash(platform::DirectoryOf(projectFile));
     if (!platform::SetWorkingDirectory(directory)) {
         host_.ShowMessage("Cannot open project");

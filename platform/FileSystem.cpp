@@ -1,8 +1,11 @@
 #include "FileSystem.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -104,28 +107,75 @@ ReadResult ReadWholeFile(const std::string& path, std::string& text, size_t limi
     return ReadInto(path, text, limit);
 }
 
-bool WriteWholeFile(const std::string& path, const void* data, size_t size) {
-    const std::string native = NativePath(path);
-    const std::string temporary = native + ".tmp";
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        if (!out)
-            return false;
-        out.write(static_cast<const char*>(data), static_cast<std::streamsize>(size));
-        out.flush();
-        if (!out) {
-            out.close();
-            std::remove(temporary.c_str());
-            return false;
-        }
-    }
+namespace {
+
+// The file a write lands in: the end of a chain of symbolic links, so that the link stays.
+std::string WriteTarget(const std::string& native) {
     std::error_code ec;
-    fs::rename(temporary, native, ec);
-    if (ec) {
-        std::remove(temporary.c_str());
+    if (!fs::is_symlink(native, ec))
+        return native;
+    fs::path target = native;
+    for (int hops = 0; hops < 40 && fs::is_symlink(target, ec); ++hops) {
+        const fs::path next = fs::read_symlink(target, ec);
+        if (ec)
+            return native;
+        target = next.is_absolute() ? next : target.parent_path() / next;
+    }
+    return target.lexically_normal().string();
+}
+
+// A file nobody may write is left alone, even by the superuser, who passes every access check.
+bool IsReadOnly(const std::string& target, const struct stat& info) {
+    if (::geteuid() == 0)
+        return (info.st_mode & 0222) == 0;
+    return ::access(target.c_str(), W_OK) != 0;
+}
+
+bool WriteAll(int fd, const char* bytes, size_t size) {
+    while (size > 0) {
+        const ssize_t written = ::write(fd, bytes, size);
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        bytes += written;
+        size -= static_cast<size_t>(written);
+    }
+    return true;
+}
+
+}  // namespace
+
+bool WriteWholeFile(const std::string& path, const void* data, size_t size) {
+    const std::string target = WriteTarget(NativePath(path));
+    struct stat existing {};
+    const bool exists = ::stat(target.c_str(), &existing) == 0;
+    if (exists && (!S_ISREG(existing.st_mode) || IsReadOnly(target, existing)))
+        return false;
+    const std::string temporary = target + ".tmp";
+    const int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (fd < 0)
+        return false;
+    bool written = WriteAll(fd, static_cast<const char*>(data), size);
+    if (written && exists) {
+        // The new file takes the place of the old one with its permissions and owner.
+        written = ::fchmod(fd, existing.st_mode & 07777) == 0;
+        if (::fchown(fd, existing.st_uid, existing.st_gid) != 0 && ::geteuid() == 0)
+            written = false;
+    }
+    written = written && ::fsync(fd) == 0;
+    written = ::close(fd) == 0 && written;
+    if (!written || ::rename(temporary.c_str(), target.c_str()) != 0) {
+        ::unlink(temporary.c_str());
         return false;
     }
     return true;
+}
+
+std::string AbsolutePath(const std::string& path) {
+    std::error_code ec;
+    const fs::path absolute = fs::absolute(NativePath(path), ec);
+    return ec ? NativePath(path) : absolute.lexically_normal().string();
 }
 
 std::string FileExtension(const std::string& path) {

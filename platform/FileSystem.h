@@ -42,6 +42,8 @@ ReadResult ReadWholeFile(const std::string& path, std::vector<uint8_t>& bytes, s
 ReadResult ReadWholeFile(const std::string& path, std::string& text, size_t limit);
 
 // Writes through a temporary file and a rename, so a failed write never leaves a half file.
+// A symbolic link is followed and stays; the file keeps its permissions and owner; a file that
+// nobody may write is refused and left as it is.
 bool WriteWholeFile(const std::string& path, const void* data, size_t size);
 inline bool WriteWholeFile(const std::string& path, const std::string& text) {
     return WriteWholeFile(path, text.data(), text.size());
@@ -50,6 +52,8 @@ inline bool WriteWholeFile(const std::string& path, const std::vector<uint8_t>& 
     return WriteWholeFile(path, bytes.data(), bytes.size());
 }
 
+// The path made absolute against the working directory, with "." and ".." folded.
+std::string AbsolutePath(const std::string& path);
 std::string FileExtension(const std::string& path);
 std::string FileNameWithoutExtension(const std::string& path);
 std::string DirectoryOf(const std::string& path);

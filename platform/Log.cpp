@@ -25,7 +25,17 @@ LogSink& CurrentSink() {
     return sink;
 }
 
+thread_local ScopedLogCapture* t_capture = nullptr;
+
 }  // namespace
+
+ScopedLogCapture::ScopedLogCapture() : outer_(t_capture) {
+    t_capture = this;
+}
+
+ScopedLogCapture::~ScopedLogCapture() {
+    t_capture = outer_;
+}
 
 LogSink SetLogSink(LogSink sink) {
     std::lock_guard<std::mutex> lock(SinkMutex());
@@ -35,6 +45,10 @@ LogSink SetLogSink(LogSink sink) {
 }
 
 void Log(LogLevel level, const LogContext& context, const std::string& message) {
+    if (t_capture != nullptr && level != LogLevel::Message) {
+        t_capture->messages_.push_back(message);
+        return;
+    }
     LogSink sink;
     {
         std::lock_guard<std::mutex> lock(SinkMutex());

@@ -1,6 +1,7 @@
 #pragma once
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -21,6 +22,22 @@ using LogSink = std::function<void(LogLevel, const LogContext&, const std::strin
 LogSink SetLogSink(LogSink sink);
 
 void Log(LogLevel level, const LogContext& context, const std::string& message);
+
+// Takes the warnings and errors that the current thread reports while it lives, instead of
+// the sink: a check that reads files quietly and then reports once.
+class ScopedLogCapture {
+  public:
+    ScopedLogCapture();
+    ~ScopedLogCapture();
+    ScopedLogCapture(const ScopedLogCapture&) = delete;
+    ScopedLogCapture& operator=(const ScopedLogCapture&) = delete;
+    const std::vector<std::string>& Messages() const { return messages_; }
+
+  private:
+    friend void Log(LogLevel, const LogContext&, const std::string&);
+    std::vector<std::string> messages_;
+    ScopedLogCapture* outer_;
+};
 
 // Source file name without its folders, as the log context shows it.
 const char* BaseName(const char* path);

@@ -98,8 +98,11 @@ ServiceManager::State ServiceManager::Query(const std::string& service) const {
     if (!Call({"show", "--property=LoadState", "--value", service + ".service"}, output) ||
         TrimmedLine(output) != "loaded")
         return State::Missing;
+    // Starting, reloading and stopping units count as running: only a unit at rest is not.
     Call({"is-active", service + ".service"}, output);
-    return TrimmedLine(output) == "active" ? State::Running : State::NotRunning;
+    const std::string state = TrimmedLine(output);
+    return state == "inactive" || state == "failed" || state.empty() ? State::NotRunning
+                                                                     : State::Running;
 }
 
 bool ServiceManager::Stop(const std::string& service) const {

@@ -8,6 +8,7 @@ namespace platform {
 // manager that does not answer counts as a failed call.
 class ServiceManager {
   public:
+    // Running: any state but inactive or failed (activating, reloading, deactivating too).
     enum class State { Missing, Running, NotRunning };
 
     // systemctl from the path, or the program named by CORVANE_SYSTEMCTL.

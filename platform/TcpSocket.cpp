@@ -7,7 +7,10 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+
+#include "Ticks.h"
 
 namespace platform {
 
@@ -125,6 +128,35 @@ bool TcpSocket::SendAll(const void* data, size_t size) {
             return false;
         bytes += sent;
         size -= sent;
+    }
+    return true;
+}
+
+bool TcpSocket::PeerAddress(uint32_t& address) const {
+    sockaddr_in peer{};
+    socklen_t length = sizeof peer;
+    if (!IsOpen() || ::getpeername(fd_, reinterpret_cast<sockaddr*>(&peer), &length) != 0 ||
+        peer.sin_family != AF_INET)
+        return false;
+    address = ntohl(peer.sin_addr.s_addr);
+    return true;
+}
+
+bool TcpSocket::SendAllBefore(const std::string& text, uint32_t deadline) {
+    constexpr size_t kPiece = 16 * 1024;
+    size_t done = 0;
+    while (done < text.size()) {
+        const int32_t left = static_cast<int32_t>(deadline - GetTickCount());
+        if (left <= 0 || !WaitFor(fd_, POLLOUT, left))
+            return false;
+        // Never blocking: a send may take less than the piece, and the rest waits for room.
+        const ssize_t sent = ::send(fd_, text.data() + done, std::min(kPiece, text.size() - done),
+                                    MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (sent < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR))
+            continue;
+        if (sent <= 0)
+            return false;
+        done += static_cast<size_t>(sent);
     }
     return true;
 }

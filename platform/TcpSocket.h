@@ -1,5 +1,6 @@
 #pragma once
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 struct sockaddr_in;
@@ -38,6 +39,11 @@ class TcpSocket {
     bool SendAll(const std::string& text) { return SendAll(text.data(), text.size()); }
     // The port the socket is bound to (a listener on port 0 gets one from the system).
     int LocalPort() const;
+    // The peer's IPv4 address in host byte order; false when it has none (or is not IPv4).
+    bool PeerAddress(uint32_t& address) const;
+    // Sends everything before deadline (a tick count), in pieces, so that a peer that reads
+    // slowly cannot hold the sender longer than that; false when it did not all go in time.
+    bool SendAllBefore(const std::string& text, uint32_t deadline);
 
   private:
     // A TCP socket for a dotted address; closed when the address does not parse.

@@ -45,6 +45,43 @@ void WorkerThread::Delete() {
     thread_.join();
 }
 
+namespace {
+std::atomic<bool> g_abandoned{false};
+}  // namespace
+
+bool AnyWorkerAbandoned() {
+    return g_abandoned.load();
+}
+
+bool WorkerThread::StopWithin(int timeoutMs) {
+    {
+        std::lock_guard<std::mutex> lock(wake_mutex_);
+        stop_.store(true, std::memory_order_release);
+    }
+    wake_.notify_all();
+    if (!thread_.joinable() || thread_.get_id() == std::this_thread::get_id())
+        return true;
+    {
+        std::unique_lock<std::mutex> lock(wake_mutex_);
+        if (!ended_.wait_for(lock, std::chrono::milliseconds(timeoutMs),
+                             [this] { return !IsRunning(); }))
+            return false;
+    }
+    thread_.join();
+    return true;
+}
+
+void WorkerThread::Abandon() {
+    if (!thread_.joinable())
+        return;
+    CORVANE_LOG_WARNING("WorkerThread::Abandon",
+                        report_name_ +
+                            " did not stop in time (a driver or plug-in call has not "
+                            "returned): left behind at exit");
+    g_abandoned = true;
+    thread_.detach();
+}
+
 void WorkerThread::Wake() {
     {
         std::lock_guard<std::mutex> lock(wake_mutex_);

@@ -1,6 +1,7 @@
 #pragma once
 #include <atomic>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -22,6 +23,12 @@ class WorkerThread {
     // reported every kStopReportMs under its name while the wait goes on: a thread cannot be
     // abandoned safely while it may still touch the model.
     void Delete();
+    // Asks the thread to stop and waits at most timeoutMs for its end; true when it ended (it is
+    // then joined). A thread that has not ended keeps running and may be waited for again.
+    bool StopWithin(int timeoutMs);
+    // The way out for a thread stuck in a driver or plug-in call: it is reported and detached.
+    // Its object must then never be destroyed, since the thread may still use it.
+    void Abandon();
     // Ends a Pause early without asking for a stop: new work has arrived.
     void Wake();
     void SetReportName(std::string name) { report_name_ = std::move(name); }
@@ -45,5 +52,19 @@ class WorkerThread {
     std::condition_variable ended_;
     std::string report_name_ = "worker thread";
 };
+
+// Stops a worker on the way out of the program: it gets timeoutMs to end, and one that has not
+// ended by then is abandoned and its object left alive for the rest of the process.
+template <typename Worker>
+void StopOrAbandon(std::unique_ptr<Worker>& worker, int timeoutMs) {
+    if (worker && !worker->StopWithin(timeoutMs)) {
+        worker->Abandon();
+        worker.release();  // deliberately leaked: the detached thread may still touch it
+    }
+    worker.reset();
+}
+
+// True once any worker was abandoned: the process must then end without running destructors.
+bool AnyWorkerAbandoned();
 
 }  // namespace platform

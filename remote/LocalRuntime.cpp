@@ -76,4 +76,13 @@ void StartService(const std::string& service) {
     std::printf(manager.Start(service) ? "Service started.\n" : "Service failed to start.\n");
 }
 
+bool StopForWorkstation() {
+    const bool exists = ServiceExists() == 1;
+    if (exists)
+        StopService(kServiceName);
+    KillRuntimeProcesses();
+    KillWizardProcess();
+    return exists;
+}
+
 }  // namespace LocalRuntime

@@ -22,4 +22,9 @@ int ServiceExists();
 void StopService(const std::string& service);
 void StartService(const std::string& service);
 
+// The workstation's start: the service is stopped first, so that its manager does not start
+// again what is ended next, then the runtime's and the wizard's processes are ended. True when
+// the service exists (the close path then offers to start it again).
+bool StopForWorkstation();
+
 }  // namespace LocalRuntime

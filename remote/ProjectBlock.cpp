@@ -38,16 +38,42 @@ std::string ClosingTag(const Section& section) {
     return std::string("<\\") + section.tag + ">";
 }
 
-std::string Compose(const std::string& folder, const std::string& projectFile) {
+std::string Compose(const std::string& folder, const std::string& projectFile,
+                    std::string* problem) {
     std::string block;
     for (const Section& section : kSectionTable) {
+        const std::string path = SectionPath(folder, section, projectFile);
         std::string content;
-        if (platform::ReadWholeFile(SectionPath(folder, section, projectFile), content,
-                                    kMaxBlock) != platform::ReadResult::Ok)
-            content.clear();
+        const platform::ReadResult read = platform::ReadWholeFile(path, content, kMaxBlock);
+        std::string why;
+        if (read == platform::ReadResult::CannotOpen)
+            why = path + " cannot be read";
+        else if (read == platform::ReadResult::TooLarge || block.size() + content.size() +
+                                                                   OpeningTag(section).size() +
+                                                                   ClosingTag(section).size() >=
+                                                               kMaxBlock)
+            why = "the project is too large to transfer: " + path + " takes the block past " +
+                  std::to_string(kMaxBlock - 1) + " bytes";
+        if (!why.empty()) {
+            if (problem != nullptr)
+                *problem = why;
+            return std::string();
+        }
         block += OpeningTag(section) + content + ClosingTag(section);
     }
     return block;
+}
+
+std::string KeyPrefix(const std::string& key) {
+    return key.empty() ? std::string() : "<KEY>" + key + "<\\KEY>";
+}
+
+std::string ReadKeyFile(const std::string& path) {
+    std::string text;
+    if (platform::ReadWholeFile(path, text, 4096) != platform::ReadResult::Ok)
+        return std::string();
+    const size_t end = text.find_first_of("\r\n");
+    return end == std::string::npos ? text : text.substr(0, end);
 }
 
 bool WriteSections(const std::string& buffer, const std::string& folder,

@@ -29,8 +29,16 @@ std::string SectionPath(const std::string& folder, const Section& section,
 std::string ClosingTag(const Section& section);
 
 // The block of the files in folder, the project file being projectFile; a file that is
-// missing or cannot be read makes an empty section.
-std::string Compose(const std::string& folder, const std::string& projectFile);
+// missing makes an empty section. Empty when the block cannot be made whole: a file cannot be
+// read, or the block would not stay below kMaxBlock; problem then says which and why.
+std::string Compose(const std::string& folder, const std::string& projectFile,
+                    std::string* problem = nullptr);
+
+// The key prefix that a runtime with a shared key expects before any request:
+// <KEY>key<\KEY>. Empty for an empty key, so that peers without one send the plain requests.
+std::string KeyPrefix(const std::string& key);
+// Reads a shared key from a file (its first line); empty when there is none.
+std::string ReadKeyFile(const std::string& path);
 
 // When every tag is in the buffer, writes each section in turn into folder (the project file
 // as projectFile) and answers true after the last. A section whose opening tag stands behind

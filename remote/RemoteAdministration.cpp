@@ -6,7 +6,7 @@
 
 void RemoteAdministration::Start(const std::string& ip, int mode) {
     project_.runtimeip = ip;
-    threads_.Start(&project_, frame_, ip, mode);
+    threads_.Start(&project_, frame_, ip, mode, key_);
 }
 
 void RemoteAdministration::OnTransferEvent(int id, int mode) {

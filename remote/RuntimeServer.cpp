@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 #include "ProjectBlock.h"
 #include "core/EventSink.h"
@@ -14,6 +16,25 @@ namespace {
 bool StartsLike(const std::string& buffer, const char* request) {
     const size_t length = std::min(buffer.size(), std::strlen(request));
     return buffer.compare(0, length, request, length) == 0;
+}
+
+// Compares without an early exit, so that the time taken tells nothing of the key.
+bool SameKey(const std::string& a, const std::string& b) {
+    if (a.size() != b.size())
+        return false;
+    unsigned char differ = 0;
+    for (size_t i = 0; i < a.size(); ++i)
+        differ |= static_cast<unsigned char>(a[i] ^ b[i]);
+    return differ == 0;
+}
+
+void RemoveTree(const std::string& folder) {
+    std::error_code ec;
+    std::filesystem::remove_all(folder, ec);
+}
+
+void Warn(const std::string& message) {
+    CORVANE_LOG_WARNING("RuntimeServer::Serve", message);
 }
 
 }  // namespace
@@ -29,6 +50,7 @@ RuntimeServer::RuntimeServer(EventSink* events, std::string address, int port,
 
 RuntimeServer::~RuntimeServer() {
     Delete();
+    ReapPeers(true);
 }
 
 void RuntimeServer::SetServedProject(const std::string& folder, const std::string& projectFile) {
@@ -37,21 +59,11 @@ void RuntimeServer::SetServedProject(const std::string& folder, const std::strin
     servedFile_ = projectFile;
 }
 
-bool RuntimeServer::TakeIncoming(const std::string& folder, const std::string& projectFile) {
+std::string RuntimeServer::TakeIncoming() {
     std::lock_guard<std::mutex> lock(mutex_);
-    if (!incomingReady_)
-        return false;
-    platform::MakeDirectory(folder);
-    for (const auto& section : ProjectBlock::kSectionTable) {
-        std::string content;
-        if (platform::ReadWholeFile(
-                ProjectBlock::SectionPath(incoming_, section, kIncomingProjectFile), content,
-                ProjectBlock::kMaxBlock) == platform::ReadResult::Ok)
-            platform::WriteWholeFile(ProjectBlock::SectionPath(folder, section, projectFile),
-                                     content);
-    }
-    incomingReady_ = false;
-    return true;
+    std::string folder;
+    folder.swap(ready_);
+    return folder;
 }
 
 bool RuntimeServer::MayBeRequest(const std::string& buffer) {
@@ -59,9 +71,24 @@ bool RuntimeServer::MayBeRequest(const std::string& buffer) {
            StartsLike(buffer, ProjectBlock::kRebootRequest) || StartsLike(buffer, "<FILEPROJECT>");
 }
 
+int RuntimeServer::TakeKey(std::string& buffer) const {
+    const std::string expected = ProjectBlock::KeyPrefix(key_);
+    if (!StartsLike(buffer, "<KEY>"))
+        return -1;
+    const size_t end = buffer.find("<\\KEY>");
+    if (end == std::string::npos)
+        return buffer.size() < expected.size() + 64 ? 0 : -1;
+    const std::string given = buffer.substr(0, end + 6);
+    if (!SameKey(given, expected))
+        return -1;
+    buffer.erase(0, given.size());
+    return 1;
+}
+
 void RuntimeServer::Entry() {
     platform::TcpSocket listener;
     while (!TestDestroy()) {
+        ReapPeers(false);
         if (!listener.IsOpen()) {
             listener = platform::TcpSocket::Listen(address_, port_);
             listening_ = listener.IsOpen();
@@ -71,60 +98,154 @@ void RuntimeServer::Entry() {
                 Pause(kBindRetryMs);
                 continue;
             }
+            boundPort_ = listener.LocalPort();
         }
         platform::TcpSocket peer = listener.Accept(kAcceptPollMs);
         if (peer.IsOpen())
-            Serve(peer);
+            Admit(std::move(peer));
     }
     listening_ = false;
+    ReapPeers(true);
 }
 
-void RuntimeServer::Serve(platform::TcpSocket& peer) {
-    peer.SetTimeouts(ProjectBlock::kSocketTimeoutMs, ProjectBlock::kSocketTimeoutMs);
+void RuntimeServer::Admit(platform::TcpSocket socket) {
+    uint32_t address = 0;
+    const bool known = socket.PeerAddress(address);
+    const std::vector<platform::AddressRange> loopback{platform::LoopbackRange()};
+    if (!known || !platform::AnyContains(allowed_.empty() ? loopback : allowed_, address)) {
+        CORVANE_LOG_WARNING("RuntimeServer::Entry",
+                            "Transfer refused to " +
+                                (known ? platform::DottedAddress(address) : std::string("?")) +
+                                ": not an allowed workstation");
+        return;
+    }
+    if (peers_.size() >= kMaxPeers) {
+        CORVANE_LOG_WARNING("RuntimeServer::Entry",
+                            "Transfer refused to " + platform::DottedAddress(address) + ": " +
+                                std::to_string(kMaxPeers) + " transfers already under way");
+        return;
+    }
+    auto peer = std::make_unique<Peer>();
+    Peer* raw = peer.get();
+    const int number = ++connections_;
+    raw->thread = std::thread([this, raw, number, held = std::move(socket)]() mutable {
+        Serve(held, number);
+        held.Close();
+        raw->done = true;
+    });
+    peers_.push_back(std::move(peer));
+}
+
+void RuntimeServer::ReapPeers(bool all) {
+    for (auto it = peers_.begin(); it != peers_.end();) {
+        if (all || (*it)->done) {
+            (*it)->thread.join();  // a peer ends within its own transfer time
+            it = peers_.erase(it);
+        } else {
+            ++it;
+        }
+    }
+}
+
+void RuntimeServer::Serve(platform::TcpSocket& peer, int number) {
     std::string buffer;
     char piece[ProjectBlock::kReadSize];
     const uint32_t started = platform::GetTickCount();
-    while (!TestDestroy() && platform::ElapsedTicks(platform::GetTickCount(), started) <
-                                 static_cast<uint32_t>(ProjectBlock::kTransferMs)) {
+    const uint32_t deadline = started + ProjectBlock::kTransferMs;
+    bool keyed = key_.empty();
+    for (;;) {
+        const int32_t left = static_cast<int32_t>(deadline - platform::GetTickCount());
+        if (TestDestroy() || left <= 0) {
+            Warn("Transfer request incomplete after " +
+                 std::to_string(ProjectBlock::kTransferMs / 1000) + " s: dropped");
+            return;
+        }
+        peer.SetTimeouts(std::min(left, ProjectBlock::kSocketTimeoutMs),
+                         ProjectBlock::kSocketTimeoutMs);
         const size_t got = peer.Receive(piece, sizeof piece);
-        if (got == 0)
-            break;
+        if (got == 0) {
+            if (static_cast<int32_t>(deadline - platform::GetTickCount()) > 0 && !buffer.empty())
+                Warn("Transfer request incomplete: dropped");
+            return;
+        }
+        if (static_cast<int32_t>(deadline - platform::GetTickCount()) <= 0)
+            continue;  // too late: reported above on the next turn
         if (buffer.size() + got >= ProjectBlock::kMaxBlock) {
-            CORVANE_LOG_WARNING("RuntimeServer::Serve", "Project block too large: dropped");
+            Warn("Project block too large: dropped");
             return;
         }
         buffer.append(piece, got);
+        if (!keyed) {
+            const int key = TakeKey(buffer);
+            if (key < 0) {
+                Warn("Transfer key missing or wrong: dropped");
+                return;
+            }
+            if (key == 0)
+                continue;
+            keyed = true;
+        }
         if (!MayBeRequest(buffer)) {
-            CORVANE_LOG_WARNING("RuntimeServer::Serve", "Unknown request: dropped");
+            Warn("Unknown transfer request: dropped");
             return;
         }
-        if (buffer.find(ProjectBlock::kDownloadRequest) == 0) {
+        if (buffer.compare(0, std::strlen(ProjectBlock::kDownloadRequest),
+                           ProjectBlock::kDownloadRequest) == 0) {
             std::string block;
+            std::string problem;
             {
                 std::lock_guard<std::mutex> lock(mutex_);
-                block = ProjectBlock::Compose(servedFolder_, servedFile_);
+                block = ProjectBlock::Compose(servedFolder_, servedFile_, &problem);
             }
-            peer.SendAll(block);
+            if (block.empty())
+                Warn("Cannot send the project: " + problem);
+            else if (!peer.SendAllBefore(block, deadline))
+                Warn("Project download not taken within the transfer time");
             return;
         }
-        if (buffer.find(ProjectBlock::kRebootRequest) == 0) {
-            peer.SendAll(ProjectBlock::kOk);
+        if (buffer.compare(0, std::strlen(ProjectBlock::kRebootRequest),
+                           ProjectBlock::kRebootRequest) == 0) {
+            peer.SendAllBefore(ProjectBlock::kOk, deadline);
             events_->PostCommand(kRebootRequested, 0, std::string());
             return;
         }
-        bool stored = false;
-        {
-            std::lock_guard<std::mutex> lock(mutex_);
-            platform::MakeDirectory(incoming_);
-            stored = ProjectBlock::WriteSections(buffer, incoming_, kIncomingProjectFile);
-            if (stored)
-                incomingReady_ = true;
-        }
-        if (stored) {
-            peer.SendAll(ProjectBlock::kOk);
-            events_->PostCommand(kProjectReceived, 0, std::string());
+        if (buffer.find(ProjectBlock::ClosingTag(
+                ProjectBlock::kSectionTable[ProjectBlock::kSections - 1])) != std::string::npos) {
+            Upload(peer, buffer, number);
             return;
         }
     }
-    CORVANE_LOG_WARNING("RuntimeServer::Serve", "Request incomplete: dropped");
+}
+
+void RuntimeServer::Upload(platform::TcpSocket& peer, const std::string& block, int number) {
+    const std::string staged = incoming_ + "/upload-" + std::to_string(number);
+    platform::MakeDirectory(platform::DirectoryOf(incoming_));
+    platform::MakeDirectory(incoming_);
+    RemoveTree(staged);
+    if (!platform::MakeDirectory(staged) ||
+        !ProjectBlock::WriteSections(block, staged, kIncomingProjectFile)) {
+        Warn("Project block malformed: nothing replaced");
+        RemoveTree(staged);
+        return;
+    }
+    std::vector<std::string> problems;
+    if (check_)
+        problems = check_(staged, kIncomingProjectFile);
+    if (!problems.empty()) {
+        std::string message = "Project refused, nothing replaced: " + problems.front();
+        if (problems.size() > 1)
+            message += " (and " + std::to_string(problems.size() - 1) + " more)";
+        Warn(message);
+        RemoveTree(staged);
+        return;
+    }
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        if (!ready_.empty())
+            RemoveTree(ready_);  // a later upload supersedes one not yet taken
+        ready_ = staged;
+    }
+    peer.SendAllBefore(ProjectBlock::kOk,
+                       platform::GetTickCount() + ProjectBlock::kSocketTimeoutMs);
+    events_->PostCommand(kProjectReceived, 0, std::string());
 }

@@ -1,51 +1,89 @@
 #pragma once
 #include <atomic>
+#include <functional>
+#include <list>
+#include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
+#include <vector>
 
+#include "platform/AddressRange.h"
 #include "platform/TcpSocket.h"
 #include "platform/WorkerThread.h"
 
 class EventSink;
 
-// The runtime's end of project transfer on TCP 14400, one request per connection, one
-// connection at a time: a download request is answered with the served project's block, an
-// uploaded block is kept in the incoming folder and answered "<OK>", a reboot request is
-// answered "<OK>". Uploads and reboots are handed to the runtime's main loop as events.
+// The runtime's end of project transfer on TCP 14400, one request per connection. A download
+// request is answered with the served project's block; an uploaded block is staged, checked
+// whole and only then answered "<OK>"; a reboot request is answered "<OK>". Uploads and
+// reboots reach the runtime's main loop as events.
+//
+// Peers are served side by side, each on a thread of its own and within its own 10 s, so a
+// slow or silent peer costs only its own connection. Peers outside the allowed networks are
+// closed at accept; with a shared key, a request that does not begin with it is dropped before
+// any section is read.
 class RuntimeServer : public platform::WorkerThread {
   public:
-    static constexpr int kProjectReceived = 6200;  // the incoming folder holds a new project
+    static constexpr int kProjectReceived = 6200;  // a checked upload is waiting
     static constexpr int kRebootRequested = 6201;
-    static constexpr int kAcceptPollMs = 1000;
+    static constexpr int kAcceptPollMs = 200;
     static constexpr int kBindRetryMs = 5000;
+    static constexpr size_t kMaxPeers = 16;
+    static constexpr const char* kIncomingProjectFile = "runtime.tlr";
+
+    // The problems of a staged project (its folder and project file); none means it is taken.
+    using ProjectCheck =
+        std::function<std::vector<std::string>(const std::string&, const std::string&)>;
 
     RuntimeServer(EventSink* events, std::string address, int port, std::string incomingFolder);
     ~RuntimeServer() override;
 
+    // Before Run: the networks whose peers are served (loopback only when none are set), the
+    // shared key (none: the plain wire format) and the check of uploads.
+    void SetAllowed(std::vector<platform::AddressRange> allowed) { allowed_ = std::move(allowed); }
+    void SetKey(std::string key) { key_ = std::move(key); }
+    void SetProjectCheck(ProjectCheck check) { check_ = std::move(check); }
+
     // The project a download sends: its folder and project file name.
     void SetServedProject(const std::string& folder, const std::string& projectFile);
-    // Copies the last upload into folder, its project file as projectFile. False when no
-    // complete upload is waiting.
-    bool TakeIncoming(const std::string& folder, const std::string& projectFile);
+    // The folder of the last checked upload, handed over once; empty when none is waiting.
+    std::string TakeIncoming();
     bool Listening() const { return listening_; }
-
-    static constexpr const char* kIncomingProjectFile = "incoming.tlr";
+    int Port() const { return boundPort_; }
 
   protected:
     void Entry() override;
 
   private:
-    void Serve(platform::TcpSocket& peer);
+    struct Peer {
+        std::thread thread;
+        std::atomic<bool> done{false};
+    };
+
+    void Admit(platform::TcpSocket socket);
+    void Serve(platform::TcpSocket& peer, int number);
+    void Upload(platform::TcpSocket& peer, const std::string& block, int number);
+    void ReapPeers(bool all);
+    // Strips the key prefix from the front of buffer. 1 when it was there and right, 0 when
+    // more bytes are needed to tell, -1 when it is wrong or missing.
+    int TakeKey(std::string& buffer) const;
     // False when the bytes so far cannot begin any request: the peer is dropped.
     static bool MayBeRequest(const std::string& buffer);
 
     EventSink* events_;
     std::string address_;
     int port_;
+    std::atomic<int> boundPort_{0};
     std::string incoming_;
-    std::mutex mutex_;  // the served project and the incoming folder
+    std::vector<platform::AddressRange> allowed_;
+    std::string key_;
+    ProjectCheck check_;
+    std::mutex mutex_;  // the served project and the waiting upload
     std::string servedFolder_;
     std::string servedFile_;
-    bool incomingReady_ = false;
+    std::string ready_;
+    std::list<std::unique_ptr<Peer>> peers_;  // the accepting thread's alone
+    int connections_ = 0;
     std::atomic<bool> listening_{false};
 };

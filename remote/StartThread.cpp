@@ -4,6 +4,7 @@
 #include "core/EventSink.h"
 #include "core/Project.h"
 #include "platform/FileSystem.h"
+#include "platform/Log.h"
 #include "platform/Sound.h"
 #include "platform/Ticks.h"
 
@@ -22,6 +23,17 @@ void StartThread::Post(int id) {
 }
 
 void StartThread::Entry() {
+    // A project that cannot travel whole is refused before anything is sent.
+    std::string block;
+    if (mode == kUpload) {
+        std::string problem;
+        block = ProjectBlock::Compose(project_->prjdir, project_->prjname + ".tlr", &problem);
+        if (block.empty()) {
+            CORVANE_LOG_WARNING("StartThread::Entry", "Upload refused, nothing sent: " + problem);
+            Post(ID_TRANSFER_FAILED);
+            return;
+        }
+    }
     socket = platform::TcpSocket::Connect(ip, ProjectBlock::kRuntimePort, kConnectTimeoutMs);
     if (!socket.IsOpen()) {
         platform::Beep(1500, 50);
@@ -33,7 +45,7 @@ void StartThread::Entry() {
         if (mode == kDownload)
             done = Download();
         else if (mode == kUpload)
-            done = Upload();
+            done = SendRequest(block) && ReplyHoldsOk();
         else
             done = Reboot();
         Post(done ? ID_TRANSFER_DONE : ID_TRANSFER_FAILED);
@@ -41,8 +53,12 @@ void StartThread::Entry() {
     }
 }
 
+bool StartThread::SendRequest(const std::string& request) {
+    return socket.SendAll(ProjectBlock::KeyPrefix(key) + request);
+}
+
 bool StartThread::Download() {
-    if (!socket.SendAll(ProjectBlock::kDownloadRequest))
+    if (!SendRequest(ProjectBlock::kDownloadRequest))
         return false;
     platform::MakeDirectory(kTempFolder);
     char piece[ProjectBlock::kReadSize];
@@ -62,16 +78,8 @@ bool StartThread::Download() {
     return false;
 }
 
-bool StartThread::Upload() {
-    // The files go as they are on disk in the project folder; unsaved changes stay behind.
-    const std::string block = ProjectBlock::Compose(project_->prjdir, project_->prjname + ".tlr");
-    if (!socket.SendAll(block))
-        return false;
-    return ReplyHoldsOk();
-}
-
 bool StartThread::Reboot() {
-    return socket.SendAll(ProjectBlock::kRebootRequest) && ReplyHoldsOk();
+    return SendRequest(ProjectBlock::kRebootRequest) && ReplyHoldsOk();
 }
 
 bool StartThread::ReplyHoldsOk() {
@@ -80,10 +88,12 @@ bool StartThread::ReplyHoldsOk() {
     return got > 0 && std::string(reply, got).find(ProjectBlock::kOk) != std::string::npos;
 }
 
-void StartThreads::Start(Project* project, EventSink* frame, const std::string& ip, int mode) {
+void StartThreads::Start(Project* project, EventSink* frame, const std::string& ip, int mode,
+                         const std::string& key) {
     threads_.remove_if(
         [](const std::unique_ptr<StartThread>& thread) { return !thread->IsRunning(); });
     auto thread = std::make_unique<StartThread>(project, frame, ip, mode);
+    thread->key = key;
     thread->Run();
     threads_.push_back(std::move(thread));
 }

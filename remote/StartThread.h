@@ -28,15 +28,16 @@ class StartThread : public platform::WorkerThread {
     std::string ip;
     int mode;
     EventSink* frame;
+    std::string key;  // the runtime's shared key; empty for the plain wire format
 
   protected:
     void Entry() override;
 
   private:
     bool Download();
-    bool Upload();
     bool Reboot();
     bool ReplyHoldsOk();
+    bool SendRequest(const std::string& request);
     void Post(int id);
 
     Project* project_;
@@ -47,7 +48,8 @@ class StartThread : public platform::WorkerThread {
 // time-outs).
 class StartThreads {
   public:
-    void Start(Project* project, EventSink* frame, const std::string& ip, int mode);
+    void Start(Project* project, EventSink* frame, const std::string& ip, int mode,
+               const std::string& key);
 
   private:
     std::list<std::unique_ptr<StartThread>> threads_;

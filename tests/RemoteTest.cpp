@@ -358,9 +358,10 @@ TEST(RuntimeServer, ServesDownloadsTakesUploadsAndSurvivesBadPeers) {
                         1000ms);
     EXPECT_EQ(requests,
               (std::vector<int>{RuntimeServer::kProjectReceived, RuntimeServer::kRebootRequested}));
-    ASSERT_TRUE(server.TakeIncoming(runtimeDir.File("project"), "runtime.tlr"));
-    ExpectSameFiles(uploaded.Path(), "site.tlr", runtimeDir.File("project"), "runtime.tlr");
-    EXPECT_FALSE(server.TakeIncoming(runtimeDir.File("project"), "runtime.tlr"));
+    const std::string staged = server.TakeIncoming();
+    ASSERT_FALSE(staged.empty());
+    ExpectSameFiles(uploaded.Path(), "site.tlr", staged, "runtime.tlr");
+    EXPECT_TRUE(server.TakeIncoming().empty());
 
     // A peer that connects and stays silent does not hold up a stop.
     platform::TcpSocket silent = platform::TcpSocket::Connect("127.0.0.1", 14400, 2000);

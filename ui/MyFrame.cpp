@@ -35,6 +35,7 @@
 #include "platform/FileSystem.h"
 #include "platform/Ticks.h"
 #include "remote/LocalRuntime.h"
+#include "remote/ProjectBlock.h"
 #include "remote/RemoteAdministration.h"
 #include "streaming/RtspService.h"
 #include "wxAdministrator.h"
@@ -90,12 +91,7 @@ MyFrame::MyFrame(Project& project, StartMode mode)
     if (mode < kStartNoPassword && !Login())
         mustexit = 1;
     if (mustexit == 0) {
-        LocalRuntime::KillRuntimeProcesses();
-        LocalRuntime::KillWizardProcess();
-        if (LocalRuntime::ServiceExists() == 1) {
-            runtimestopped = true;
-            LocalRuntime::StopService(LocalRuntime::kServiceName);
-        }
+        runtimestopped = LocalRuntime::StopForWorkstation();
     }
     activitytimer.Start(kActivityPeriodMs);
     startdir = platform::GetWorkingDirectory();
@@ -116,6 +112,7 @@ MyFrame::MyFrame(Project& project, StartMode mode)
     rtsp_->SetDeviceFronts(fronts_.get());
     control_ = std::make_unique<LaneControl>(project_, rtsp_.get());
     remote_ = std::make_unique<RemoteAdministration>(project_, session_, *this, this);
+    remote_->SetKey(ProjectBlock::ReadKeyFile(startdir + "/" + RemoteAdministration::kKeyFile));
 
     BuildMenus();
     BuildPanes();
@@ -367,6 +364,9 @@ void MyFrame::OnPosted(wxCommandEvent& event) {
     const int value = event.GetInt();
     switch (event.GetId()) {
         case ID_LPR_RESULT:
+            // A reading queued by a region of a project that has since been closed is stale.
+            if (project_.prjopen == 0)
+                break;
             project_.AddResult(
                 TransitLine::Record(std::string(event.GetString().utf8_str()), WallClock::now()));
             lprlist->Refill();
@@ -626,7 +626,7 @@ void MyFrame::Shutdown(bool askQuestions) {
     activitytimer.Stop();
     if (closetimer)
         closetimer->Stop();
-    checkdbthread.reset();
+    platform::StopOrAbandon(checkdbthread, CheckDBThread::kStopOnExitMs);
     rtsp_->StopAllStreams();
     if (askQuestions && mustexit == 0) {
         platform::SetWorkingDirectory(startdir);

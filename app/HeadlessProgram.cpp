@@ -1,13 +1,13 @@
 // The program without a window, in one of two roles:
 //
-//  - the workstation (--headless, or no display): it stops the unattended runtime of this machine,
-//  brings the
+//  - the workstation (--headless): it stops the unattended runtime of this machine, brings the
 //    model up in the start-up order, opens the project named on the command line (or the demo
-//    project), samples every source, prints the transits and the database state, and can
-//    fetch a runtime's project (--download IP) or send the open one (--upload IP);
+//    project), samples every source, prints the transits and the database state, and can fetch
+//    a runtime's project (--download IP) or send the open one (--upload IP);
 //  - the runtime (--runtime, or started as corvane-runtime): the same pipeline and streams,
 //    plus the project transfer server on TCP 14400, so a site runs unattended and is managed
-//    from a workstation.
+//    from a workstation. It keeps the project before the last upload and takes it back with
+//    --rollback.
 //
 // Both stop everything in the close order when interrupted or when --seconds N have passed.
 #include <csignal>
@@ -17,8 +17,13 @@
 
 #include "HeadlessProgram.h"
 
+#include <unistd.h>
+
+#include "ProgramOptions.h"
+
 #include "access/AccessStore.h"
 #include "core/DemoProject.h"
+#include "core/ProjectCheck.h"
 #include "core/EventQueue.h"
 #include "core/Project.h"
 #include "core/ProjectSession.h"
@@ -27,10 +32,12 @@
 #include "pipeline/LaneControl.h"
 #include "pipeline/TransitLine.h"
 #include "platform/FileSystem.h"
+#include "platform/Log.h"
 #include "platform/Ticks.h"
 #include "remote/LocalRuntime.h"
 #include "remote/ProjectBlock.h"
 #include "remote/RemoteAdministration.h"
+#include "remote/RuntimeProjectStore.h"
 #include "remote/RuntimeServer.h"
 #include "streaming/RtspService.h"
 
@@ -42,48 +49,7 @@ void OnSignal(int) {
     g_stop = 1;
 }
 
-constexpr const char* kRuntimeFolder = "projects/runtime";
-constexpr const char* kRuntimeProjectFile = "runtime.tlr";
-constexpr const char* kIncomingFolder = "projects/incoming";
-
-struct Options {
-    StartMode startMode = kStartNormal;
-    bool runtime = false;
-    bool headless = false;           // asked for by name; the other roles imply it
-    std::string listen = "0.0.0.0";  // the runtime's transfer server address
-    int seconds = -1;
-    std::string projectFile;
-    std::string download;  // runtime address to fetch the project from
-    std::string upload;    // runtime address to send the open project to
-};
-
-Options ParseOptions(int argc, char** argv) {
-    Options options;
-    options.startMode = ParseStartMode(argc, argv);
-    const char* program = std::strrchr(argv[0], '/');
-    options.runtime =
-        std::strcmp(program != nullptr ? program + 1 : argv[0], "corvane-runtime") == 0;
-    for (int i = options.startMode == kStartNormal ? 1 : 2; i < argc; ++i) {
-        const bool hasValue = i + 1 < argc;
-        if (std::strcmp(argv[i], "--seconds") == 0 && hasValue)
-            options.seconds = std::atoi(argv[++i]);
-        else if (std::strcmp(argv[i], "--runtime") == 0)
-            options.runtime = true;
-        else if (std::strcmp(argv[i], "--listen") == 0 && hasValue)
-            options.listen = argv[++i];
-        else if (std::strcmp(argv[i], "--download") == 0 && hasValue)
-            options.download = argv[++i];
-        else if (std::strcmp(argv[i], "--upload") == 0 && hasValue)
-            options.upload = argv[++i];
-        else if (std::strcmp(argv[i], "--headless") == 0)
-            options.headless = true;
-        else if (std::strcmp(argv[i], "--demo") == 0)
-            continue;
-        else
-            options.projectFile = argv[i];
-    }
-    return options;
-}
+constexpr const char* kProjectsFolder = "projects";
 
 class ConsoleHost : public ProjectHost {
   public:
@@ -99,7 +65,7 @@ class ConsoleHost : public ProjectHost {
 // events, all on the main thread.
 class HeadlessProgram {
   public:
-    explicit HeadlessProgram(Project& project, const Options& options)
+    explicit HeadlessProgram(Project& project, const ProgramOptions& options)
         : project_(project),
           options_(options),
           control_(project, &rtsp_),
@@ -107,15 +73,19 @@ class HeadlessProgram {
           remote_(project, session_, host_, &events_) {}
 
     int Run() {
+        project_.appdir = platform::GetWorkingDirectory();
         if (!options_.runtime)
-            StopLocalRuntime();
+            runtimestopped_ = LocalRuntime::StopForWorkstation();
         SetAccessDefaults(project_);
         LoadAccess(project_);
-        project_.appdir = platform::GetWorkingDirectory();
         project_.LoadPluginDirectories();
         project_.mainframe = &events_;
         project_.lprsink = &events_;
-        StartServices();
+        if (options_.runtime && options_.rollback)
+            std::printf(store_.Rollback() ? "Project rolled back\n"
+                                          : "No previous project to roll back to\n");
+        if (!StartServices())
+            return 2;
         OpenStartProject();
         StartTransfers();
 
@@ -132,16 +102,7 @@ class HeadlessProgram {
     }
 
   private:
-    void StopLocalRuntime() {
-        LocalRuntime::KillRuntimeProcesses();
-        LocalRuntime::KillWizardProcess();
-        if (LocalRuntime::ServiceExists() == 1) {
-            runtimestopped_ = true;
-            LocalRuntime::StopService(LocalRuntime::kServiceName);
-        }
-    }
-
-    void StartServices() {
+    bool StartServices() {
         // The RTSP service runs from start to close, whether a project is open or not. A
         // moment's wait lets it bind its port before the sources add their streams.
         rtsp_.SetDeviceFronts(&fronts_);
@@ -150,12 +111,39 @@ class HeadlessProgram {
             platform::SleepMs(20);
         checkdb_ = std::make_unique<CheckDBThread>(&events_, &project_);
         checkdb_->Run();
-        if (options_.runtime) {
-            server_ = std::make_unique<RuntimeServer>(&events_, options_.listen,
-                                                      ProjectBlock::kRuntimePort,
-                                                      project_.appdir + "/" + kIncomingFolder);
-            server_->Run();
+        return options_.runtime ? StartTransferServer() : true;
+    }
+
+    bool StartTransferServer() {
+        std::vector<platform::AddressRange> allowed;
+        for (const std::string& text : options_.allow) {
+            platform::AddressRange range;
+            if (!platform::AddressRange::Parse(text, range)) {
+                std::fprintf(stderr, "corvane: --allow %s is not ADDRESS/PREFIX\n", text.c_str());
+                return false;
+            }
+            allowed.push_back(range);
         }
+        server_ = std::make_unique<RuntimeServer>(&events_, options_.listen,
+                                                  ProjectBlock::kRuntimePort,
+                                                  store_.IncomingFolder());
+        server_->SetAllowed(std::move(allowed));
+        server_->SetKey(TransferKey());
+        const std::string appdir = project_.appdir;
+        server_->SetProjectCheck([appdir](const std::string& folder, const std::string& file) {
+            return CheckProject(folder, file, appdir);
+        });
+        server_->Run();
+        return true;
+    }
+
+    // The shared key: --key-file, or on a workstation the key file of the application folder.
+    std::string TransferKey() const {
+        if (!options_.keyFile.empty())
+            return ProjectBlock::ReadKeyFile(options_.keyFile);
+        return options_.runtime ? std::string()
+                                : ProjectBlock::ReadKeyFile(project_.appdir + "/" +
+                                                            RemoteAdministration::kKeyFile);
     }
 
     void OpenStartProject() {
@@ -163,13 +151,13 @@ class HeadlessProgram {
             session_.LoadProject(options_.projectFile);
         } else if (!options_.download.empty()) {
             return;  // the project comes from the runtime
-        } else if (options_.runtime && platform::FileExists(RuntimeProjectPath())) {
-            session_.LoadProject(RuntimeProjectPath());
+        } else if (options_.runtime && store_.HasProject()) {
+            session_.LoadProject(store_.CurrentProject());
         } else if (platform::FileExists("projects/demo/demo.tlr")) {
             session_.LoadProject("projects/demo/demo.tlr");
         } else {
-            platform::MakeDirectory("projects");
-            if (session_.NewProject("projects", "demo")) {
+            platform::MakeDirectory(kProjectsFolder);
+            if (session_.NewProject(kProjectsFolder, "demo")) {
                 PopulateDemoProject(project_);
                 session_.SaveAll();
             }
@@ -188,29 +176,29 @@ class HeadlessProgram {
     }
 
     void StartTransfers() {
+        remote_.SetKey(TransferKey());
         if (!options_.download.empty())
             remote_.Download(options_.download);
         if (!options_.upload.empty())
             remote_.Upload(options_.upload);
     }
 
-    static std::string RuntimeProjectPath() {
-        return std::string(kRuntimeFolder) + "/" + kRuntimeProjectFile;
-    }
-
-    // An uploaded project replaces the runtime's own, and a reboot reopens it.
+    // A checked upload replaces the runtime's project (the one before it is kept), and a
+    // reboot reopens the project.
     void ReopenRuntimeProject(bool fromUpload) {
-        if (project_.prjopen == 1)
-            session_.CloseProject();
         if (fromUpload) {
-            const std::string folder = project_.appdir + "/" + kRuntimeFolder;
-            platform::MakeDirectory(project_.appdir + "/projects");
-            server_->TakeIncoming(folder, kRuntimeProjectFile);
-            std::printf("Project received\n");
+            const std::string staged = server_->TakeIncoming();
+            if (staged.empty())
+                return;
+            if (project_.prjopen == 1)
+                session_.CloseProject();
+            if (store_.Replace(staged))
+                std::printf("Project received\n");
+        } else if (project_.prjopen == 1) {
+            session_.CloseProject();
         }
-        const std::string file = platform::FileExists(RuntimeProjectPath())
-                                     ? RuntimeProjectPath()
-                                     : project_.prjdir + project_.prjname + ".tlr";
+        const std::string file = store_.HasProject() ? store_.CurrentProject()
+                                                     : project_.prjdir + project_.prjname + ".tlr";
         session_.LoadProject(file);
         ProjectOpened();
     }
@@ -250,22 +238,24 @@ class HeadlessProgram {
         }
     }
 
+    // The monitor first and bounded (a stuck driver call is left behind), the transfer server
+    // last, so that a runtime that samples can always be managed.
     void Close() {
-        server_.reset();
-        checkdb_.reset();
+        platform::StopOrAbandon(checkdb_, CheckDBThread::kStopOnExitMs);
         project_.processorplugins.StopMirrorDB();
         project_.StopBoardThread();
         project_.StopCameras();
         project_.StopLanes();
         project_.CloseAll();
         rtsp_.StopAllStreams();
+        server_.reset();
         if (runtimestopped_ && host_.AskYesNo("Restart Corvane-Runtime service?"))
             LocalRuntime::StartService(LocalRuntime::kServiceName);
         std::printf("Destroy\n");
     }
 
     Project& project_;
-    const Options& options_;
+    const ProgramOptions& options_;
     EventQueue events_;
     RtspService rtsp_;
     DeviceFronts fronts_;
@@ -275,22 +265,20 @@ class HeadlessProgram {
     RemoteAdministration remote_;
     std::unique_ptr<CheckDBThread> checkdb_;
     std::unique_ptr<RuntimeServer> server_;
+    RuntimeProjectStore store_{platform::GetWorkingDirectory() + "/" + kProjectsFolder};
     bool runtimestopped_ = false;
     int dbstate_ = 2;  // nothing shown yet: "checking..."
 };
 
 }  // namespace
 
-bool WantsHeadless(int argc, char** argv) {
-    const Options options = ParseOptions(argc, argv);
-    return options.headless || options.runtime || !options.download.empty() ||
-           !options.upload.empty();
-}
-
-int RunHeadless(Project& project, int argc, char** argv) {
+int RunHeadless(Project& project, const ProgramOptions& options) {
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     std::fprintf(stderr, "%s\n\n", ProjectSession::kBanner);
-    const Options options = ParseOptions(argc, argv);
     HeadlessProgram program(project, options);
-    return program.Run();
+    const int code = program.Run();
+    // Everything was stopped in the close order; a worker left behind in a driver call must not
+    // meet the static destructors, so the process ends here.
+    std::fflush(nullptr);
+    ::_exit(code);
 }
