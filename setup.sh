@@ -9,7 +9,7 @@ cd "$(dirname "$0")"
 
 PACKAGES=(
     # toolchain and test tools
-    build-essential cmake ninja-build ccache pkg-config clang libclang-rt-14-dev
+    build-essential cmake ninja-build ccache pkg-config clang libclang-rt-14-dev procps iproute2
     libgtest-dev libgmock-dev libbenchmark-dev
     # desktop program
     libwxgtk3.2-dev xvfb xauth
@@ -55,19 +55,13 @@ install_packages() {
 
 register_odbc_driver() {
     # Sites reach SQL Server through FreeTDS; the connection strings name the driver "SQL Server".
-    # A fixed protocol version: left to guess, FreeTDS retries with another version after the
-    # login time-out and a server that accepts and stays silent holds the caller for minutes.
     local lib
     lib=$(find /usr/lib -name libtdsodbc.so 2>/dev/null | head -n 1 || true)
-    [ -n "$lib" ] || return 0
-    if odbcinst -q -d -n "SQL Server" 2>/dev/null | grep -q '^TDS_Version=7.4'; then
-        return 0
+    if [ -n "$lib" ] && ! odbcinst -q -d -n "SQL Server" >/dev/null 2>&1; then
+        printf '[SQL Server]\nDescription=FreeTDS driver for SQL Server\nDriver=%s\n' "$lib" \
+            > /tmp/corvane-sqlserver-driver.ini
+        as_root odbcinst -i -d -f /tmp/corvane-sqlserver-driver.ini >/dev/null || true
     fi
-    odbcinst -q -d -n "SQL Server" >/dev/null 2>&1 &&
-        as_root odbcinst -u -d -n "SQL Server" >/dev/null 2>&1 || true
-    printf '[SQL Server]\nDescription=FreeTDS driver for SQL Server\nDriver=%s\nTDS_Version=7.4\n' \
-        "$lib" > /tmp/corvane-sqlserver-driver.ini
-    as_root odbcinst -i -d -f /tmp/corvane-sqlserver-driver.ini >/dev/null || true
 }
 
 build() {

@@ -23,9 +23,9 @@
 
 #include "access/AccessStore.h"
 #include "core/DemoProject.h"
-#include "core/ProjectCheck.h"
 #include "core/EventQueue.h"
 #include "core/Project.h"
+#include "core/ProjectCheck.h"
 #include "core/ProjectSession.h"
 #include "core/StartMode.h"
 #include "database/CheckDBThread.h"
@@ -124,9 +124,8 @@ class HeadlessProgram {
             }
             allowed.push_back(range);
         }
-        server_ = std::make_unique<RuntimeServer>(&events_, options_.listen,
-                                                  ProjectBlock::kRuntimePort,
-                                                  store_.IncomingFolder());
+        server_ = std::make_unique<RuntimeServer>(
+            &events_, options_.listen, ProjectBlock::kRuntimePort, store_.IncomingFolder());
         server_->SetAllowed(std::move(allowed));
         server_->SetKey(TransferKey());
         const std::string appdir = project_.appdir;

@@ -10,6 +10,7 @@
 #include "HeadlessProgram.h"
 #include "ProgramOptions.h"
 #include "core/Project.h"
+#include "database/ODBCConnection.h"
 #include "ui/CorvaneApp.h"
 
 wxIMPLEMENT_APP_NO_MAIN(CorvaneApp);
@@ -25,6 +26,7 @@ bool HasDisplay() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    ODBCConnection::PinDriverProtocol();  // the environment is changed before any thread runs
     const ProgramOptions options = ParseProgramOptions(argc, argv);
     for (const std::string& error : options.errors)
         std::fprintf(stderr, "corvane: %s\n", error.c_str());

@@ -13,4 +13,6 @@ struct PlaceSettings {
     int syncrotime = 5;
     int dbstorage = 5;
     bool whitelist = false;
+    // The 8-bit code page of the project's binary files: 1252, 1250 or 1251.
+    int codepage = 1252;
 };

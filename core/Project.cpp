@@ -8,7 +8,6 @@
 #include "corvane/IntegratorPlugin.h"
 #include "corvane/PostProcessorPlugin.h"
 #include "corvane/TagText.h"
-#include "pipeline/BoardThread.h"
 #include "platform/FileSystem.h"
 #include "platform/Ticks.h"
 
@@ -408,12 +407,6 @@ void Project::StopCameras() {
             runner_->StopCamera(camera);
         camera.sampling = 0;
     }
-}
-
-void Project::StartBoardThread() {
-    StopBoardThread();
-    boardthread = std::make_unique<BoardThread>(*this);
-    boardthread->Run();
 }
 
 void Project::StopBoardThread() {

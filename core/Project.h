@@ -18,6 +18,7 @@
 #include "PlaceSettings.h"
 #include "PostProcessor.h"
 #include "Trigger.h"
+#include "platform/WorkerThread.h"
 #include "plugins/CameraPluginManager.h"
 #include "plugins/PluginBoardManager.h"
 #include "plugins/PluginIntegratorManager.h"
@@ -25,8 +26,6 @@
 #include "plugins/PluginOpenArgs.h"
 #include "plugins/PluginProcessorManager.h"
 #include "plugins/PluginTriggerManager.h"
-
-class BoardThread;
 
 // What the result view shows of one recognition cycle of the selected region.
 struct RoiView {
@@ -72,7 +71,7 @@ class Project {
     NativeWindow mainwindow = nullptr;  // handed to plug-ins as the main window
     NativeWindow viewer = nullptr;      // hidden display parent of camera plug-ins
     EventSink* lprsink = nullptr;
-    std::unique_ptr<BoardThread> boardthread;  // null when stopped
+    std::unique_ptr<platform::WorkerThread> boardthread;  // the board thread; null when stopped
     std::string appdir;
     std::string prjname;
     std::string prjdir;
@@ -203,6 +202,7 @@ class Project {
     void StartLanes();
     void StopLanes();
     void StopCameras();
+    // Defined with the board thread in the pipeline: the model only holds it.
     void StartBoardThread();
     void StopBoardThread();
     void CloseAll();

@@ -11,6 +11,7 @@
 #include "corvane/IntegratorPlugin.h"
 #include "corvane/PostProcessorPlugin.h"
 #include "corvane/TriggerPlugin.h"
+#include "platform/CodePage.h"
 #include "platform/FileSystem.h"
 
 namespace {
@@ -500,6 +501,7 @@ void Project::LoadLane() {
 }
 
 void Project::LoadComponents() {
+    platform::SetAnsiCodePage(place.codepage);
     LoadTrigger();
     LoadIntegrator();
     LoadProcessor();
@@ -509,6 +511,7 @@ void Project::LoadComponents() {
 }
 
 void Project::SaveComponents() {
+    platform::SetAnsiCodePage(place.codepage);
     SaveBoard();
     SaveCamera();
     SaveIntegrator();

@@ -38,6 +38,7 @@ std::string ProjectFileText(const Project& project) {
     TagInt("SYNCROTIME", place.syncrotime, text);
     TagInt("DBSTORAGE", place.dbstorage, text);
     TagString("WHITELIST", place.whitelist ? "Yes" : "No", text);
+    TagInt("CODEPAGE", place.codepage, text);
     TagClose("PROJECT", text);
     return text;
 }
@@ -51,8 +52,12 @@ void ParseProjectSettings(const std::string& raw, Project& project) {
     if (text.compare(0, 3, "\xEF\xBB\xBF") == 0)
         text.erase(0, 3);
     // A file saved by an editor in the 8-bit code page still loads, with its letters intact.
-    if (!platform::IsValidUtf8(text))
-        text = platform::AnsiToUtf8(text);
+    if (!platform::IsValidUtf8(text)) {
+        std::string named;
+        const int codePage = ReadTagString(text, "CODEPAGE", named) ? AtoI(named) : 1252;
+        text =
+            platform::AnsiToUtf8(text, platform::IsSupportedCodePage(codePage) ? codePage : 1252);
+    }
 
     std::lock_guard<std::mutex> lock(project.settingsmutex);
     PlaceSettings& place = project.place;
@@ -66,6 +71,9 @@ void ParseProjectSettings(const std::string& raw, Project& project) {
     ReadNumber(text, "SYNCROTIME", place.syncrotime, true, 5);
     ReadNumber(text, "DBSTORAGE", place.dbstorage, true, 5);
     place.whitelist = GetTagString(text, "WHITELIST") == "Yes";
+    ReadNumber(text, "CODEPAGE", place.codepage, true, 1252);
+    if (!platform::IsSupportedCodePage(place.codepage))
+        place.codepage = 1252;
 }
 
 bool LoadProjectSettings(const std::string& path, Project& project) {

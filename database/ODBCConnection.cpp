@@ -1,5 +1,7 @@
 #include "ODBCConnection.h"
 
+#include <cstdlib>
+#include <mutex>
 #include <vector>
 
 #include "ODBCException.h"
@@ -31,7 +33,13 @@ ODBCConnection::~ODBCConnection() {
     }
 }
 
+void ODBCConnection::PinDriverProtocol() {
+    static std::once_flag pinned;
+    std::call_once(pinned, [] { ::setenv("TDSVER", "7.4", 0); });
+}
+
 void ODBCConnection::SQLAlloc() {
+    PinDriverProtocol();
     if (henv == SQL_NULL_HENV) {
         SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &henv);
         SQLSetEnvAttr(henv, SQL_ATTR_ODBC_VERSION, IntegerAttribute(SQL_OV_ODBC3), 0);

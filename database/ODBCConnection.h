@@ -16,6 +16,12 @@ class ODBCConnection {
     static constexpr int kDriverConnectTimeout = 10;  // seconds, login and connection
     static constexpr int kExecuteTimeout = 2500;      // seconds a statement without result
 
+    // Pins the protocol version of the FreeTDS driver (TDSVER 7.4) unless the site set one.
+    // Left at "auto", the driver retries with another version after the login time-out, so a
+    // server that accepts and stays silent holds every caller for twice the time-out and more.
+    // Called by the program before its threads start, and by the first connection.
+    static void PinDriverProtocol();
+
     void SQLAlloc();
     void SQLFree();
     void SetConnectionTimeout(int seconds);

@@ -7,6 +7,12 @@
 #include "corvane/IntegratorPlugin.h"
 #include "corvane/PostProcessorPlugin.h"
 
+void Project::StartBoardThread() {
+    StopBoardThread();
+    boardthread = std::make_unique<BoardThread>(*this);
+    boardthread->Run();
+}
+
 void BoardThread::Entry() {
     while (!TestDestroy()) {
         Pass();

@@ -29,3 +29,38 @@ TEST(CodePage, MalformedUtf8LosesNoByte) {
     EXPECT_FALSE(platform::IsValidUtf8(broken));
     EXPECT_EQ(platform::Utf8ToAnsi(broken), "a\xC3");
 }
+
+TEST(CodePage, CentralEuropeanAndCyrillicSitesKeepTheirLetters) {
+    // "Łódź" in 1250 and "Москва" in 1251, each one byte a letter.
+    EXPECT_EQ(platform::Utf8ToAnsi("\xC5\x81\xC3\xB3"
+                                   "d\xC5\xBA",
+                                   1250),
+              "\xA3\xF3\x64\x9F");
+    EXPECT_EQ(platform::AnsiToUtf8("\xA3\xF3\x64\x9F", 1250),
+              "\xC5\x81\xC3\xB3"
+              "d\xC5\xBA");
+    const std::string moscow = "\xD0\x9C\xD0\xBE\xD1\x81\xD0\xBA\xD0\xB2\xD0\xB0";
+    EXPECT_EQ(platform::Utf8ToAnsi(moscow, 1251), "\xCC\xEE\xF1\xEA\xE2\xE0");
+    EXPECT_EQ(platform::AnsiToUtf8("\xCC\xEE\xF1\xEA\xE2\xE0", 1251), moscow);
+    // The same bytes read in another page give other letters: the page is the site's.
+    EXPECT_NE(platform::AnsiToUtf8("\xCC\xEE\xF1\xEA\xE2\xE0", 1252), moscow);
+    // Every byte of every page survives a round trip, unassigned ones included.
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte)
+        all += static_cast<char>(byte);
+    for (int page : {1250, 1251, 1252})
+        EXPECT_EQ(platform::Utf8ToAnsi(platform::AnsiToUtf8(all, page), page), all) << page;
+    // Malformed UTF-8 loses no byte in any page.
+    EXPECT_EQ(platform::Utf8ToAnsi("a\xC3", 1251), "a\xC3");
+}
+
+TEST(CodePage, OnlyTheThreeSitePagesAreTaken) {
+    EXPECT_TRUE(platform::IsSupportedCodePage(1250));
+    EXPECT_TRUE(platform::IsSupportedCodePage(1251));
+    EXPECT_TRUE(platform::IsSupportedCodePage(1252));
+    EXPECT_FALSE(platform::IsSupportedCodePage(65001));
+    platform::SetAnsiCodePage(1251);
+    EXPECT_EQ(platform::AnsiCodePage(), 1251);
+    platform::SetAnsiCodePage(437);
+    EXPECT_EQ(platform::AnsiCodePage(), 1252);
+}

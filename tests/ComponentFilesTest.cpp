@@ -5,6 +5,7 @@
 #include "TestSupport.h"
 #include "core/Project.h"
 #include "corvane/CameraPlugin.h"
+#include "platform/CodePage.h"
 #include "platform/FileSystem.h"
 
 namespace {
@@ -299,6 +300,25 @@ TEST_F(ComponentFiles, NamesAreStoredInTheEightBitCodePage) {
     Project loaded;
     loaded.LoadLane();
     EXPECT_EQ(loaded.lanes[0].place, "Citt\xC3\xA0");
+}
+
+TEST_F(ComponentFiles, ACyrillicSiteWritesAndReadsItsNamesInCodePage1251) {
+    const std::string moscow = "\xD0\x9C\xD0\xBE\xD1\x81\xD0\xBA\xD0\xB2\xD0\xB0";
+    Lane lane = SampleLane();
+    lane.place = moscow;
+    project.place.codepage = 1251;
+    project.lanes.Add(lane);
+    project.SaveComponents();
+    const auto bytes = ReadFileBytes("lanes.dat");
+    const std::string text(bytes.begin(), bytes.end());
+    EXPECT_NE(text.find(std::string("\x06\0\0\0\xCC\xEE\xF1\xEA\xE2\xE0", 10)), std::string::npos);
+    Project loaded;
+    loaded.appdir = AppDir();
+    loaded.place.codepage = 1251;
+    loaded.LoadComponents();
+    ASSERT_EQ(loaded.lanes.GetCount(), 1u);
+    EXPECT_EQ(loaded.lanes[0].place, moscow);
+    platform::SetAnsiCodePage(1252);
 }
 
 TEST_F(ComponentFiles, ASaveThatCannotWriteIsReportedAndTheModelStays) {

@@ -2,9 +2,12 @@
 // (unixODBC) and real drivers: the SQLite ODBC driver registered under the name "SQL Server",
 // so the system's own connection strings and statements reach a database, and FreeTDS for a
 // server that cannot be reached.
+#include <atomic>
 #include <cstdlib>
 #include <ctime>
+#include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -18,7 +21,9 @@
 #include "database/ODBCException.h"
 #include "database/ODBCRecord.h"
 #include "database/TransitStore.h"
+#include "platform/TcpSocket.h"
 #include "platform/Ticks.h"
+#include "platform/WorkerThread.h"
 
 namespace {
 
@@ -404,4 +409,57 @@ TEST(CheckDBThread, AnUnreachableServerIsReportedOnceThroughFreeTds) {
     thread.Run();
     EXPECT_EQ(monitor.States(std::chrono::milliseconds(6500)), (std::vector<int>{0}));
     EXPECT_STREQ(CheckDBThread::StatusText(0), "Database Connection: NOT CONNECTED");
+}
+
+TEST(CheckDBThread, AServerThatAcceptsAndStaysSilentCostsTheLoginTimeOutAndNoMore) {
+    // FreeTDS as "SQL Server" from the system's driver list, and a listener on the server's
+    // port that takes connections and never says a word.
+    if (std::getenv("ODBCSYSINI") != nullptr)
+        GTEST_SKIP() << "another test of this process changed the driver list";
+    ASSERT_TRUE(::system("odbcinst -q -d -n 'SQL Server' | grep -qi tds") == 0)
+        << "FreeTDS is not registered as \"SQL Server\" (./setup.sh registers it)";
+    platform::TcpSocket silent = platform::TcpSocket::Listen("127.0.0.1", 1433);
+    if (!silent.IsOpen())
+        GTEST_SKIP() << "TCP 1433 is taken on this machine";
+    std::atomic<bool> listening{true};
+    std::vector<platform::TcpSocket> held;
+    std::thread acceptor([&] {
+        while (listening) {
+            platform::TcpSocket peer = silent.Accept(100);
+            if (peer.IsOpen())
+                held.push_back(std::move(peer));
+        }
+    });
+    Monitor monitor;
+    PlaceSettings place;
+    place.placedbip = "127.0.0.1";
+    place.placedbname = "Transits";
+    place.placedbusername = "sa";
+    place.placedbpassword = "pw";
+    monitor.SetPlace(place);
+
+    // The first pass gives up after the 10 s login time-out, not minutes later.
+    auto thread = std::make_unique<CheckDBThread>(&monitor.events, &monitor.project);
+    const uint32_t started = platform::GetTickCount();
+    thread->Run();
+    std::vector<int> states;
+    while (states.empty() && platform::ElapsedTicks(platform::GetTickCount(), started) < 20000u)
+        states = monitor.States(std::chrono::milliseconds(200));
+    EXPECT_EQ(states, std::vector<int>{0});
+    EXPECT_LT(platform::ElapsedTicks(platform::GetTickCount(), started), 15000u);
+
+    // On the way out a monitor stuck in the driver is left behind after its grace time.
+    platform::SleepMs(5500);  // the second pass is inside the driver's connect now
+    CheckDBThread* stuck = thread.get();
+    const uint32_t asked = platform::GetTickCount();
+    platform::StopOrAbandon(thread, CheckDBThread::kStopOnExitMs);
+    EXPECT_LT(platform::ElapsedTicks(platform::GetTickCount(), asked), 4000u);
+    EXPECT_TRUE(platform::AnyWorkerAbandoned());
+    // The abandoned thread ends by itself once the driver gives up; wait for it here so that
+    // nothing it still touches goes away under it.
+    while (stuck->IsRunning() && platform::ElapsedTicks(platform::GetTickCount(), asked) < 20000u)
+        platform::SleepMs(50);
+    EXPECT_FALSE(stuck->IsRunning());
+    listening = false;
+    acceptor.join();
 }

@@ -153,3 +153,30 @@ TEST_F(Sessions, ImportReplacesComponentsButKeepsTheSiteIdentity) {
     EXPECT_EQ(host.messages.back(), "Project file does not exist");
     project.StopBoardThread();
 }
+
+TEST_F(Sessions, ARelativeProjectPathIsTakenFromTheWorkingDirectoryAndGetsTheStockFiles) {
+    TempDir app;
+    WriteFileText(app.File("templates.xml"), "<TEMPLATES><\\TEMPLATES>\n");
+    WriteFileText(app.File("countrycodes.txt"), "ITA 380\n");
+    project.appdir = app.Path();
+    platform::SetWorkingDirectory(app.Path());
+
+    // A bare name is a file of the working directory, never one of the root folder.
+    WriteFileText(app.File("site.tlr"), "<PROJECT>\n<PLACENAME>Bare<\\PLACENAME>\n<\\PROJECT>\n");
+    ASSERT_TRUE(session.LoadProject("site.tlr"));
+    EXPECT_EQ(project.prjdir, app.Path() + "/");
+    EXPECT_EQ(project.place.placename, "Bare");
+    EXPECT_FALSE(platform::FileExists("/site.tlr"));
+    EXPECT_EQ(platform::GetWorkingDirectory(), app.Path());
+    session.CloseProject();
+
+    // A relative folder gets the stock files it lacks, in that folder.
+    platform::MakeDirectory(app.File("dir"));
+    WriteFileText(app.File("dir/x.tlr"), "<PROJECT>\n<\\PROJECT>\n");
+    ASSERT_TRUE(session.LoadProject("dir/x.tlr"));
+    EXPECT_EQ(project.prjdir, app.Path() + "/dir/");
+    EXPECT_EQ(ReadFileText(app.File("dir/templates.xml")), "<TEMPLATES><\\TEMPLATES>\n");
+    EXPECT_EQ(ReadFileText(app.File("dir/countrycodes.txt")), "ITA 380\n");
+    EXPECT_NE(ReadFileText(app.File("dir/x.tlr")).find("<PRJNAME>x<\\PRJNAME>"), std::string::npos);
+    session.CloseProject();
+}

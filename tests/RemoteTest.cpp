@@ -480,3 +480,51 @@ TEST(LocalRuntime, ServiceQueryStopAndStartPrintTheirLines) {
               "il servizio Corvane-Runtime non esiste\n");
     ::unsetenv("CORVANE_SYSTEMCTL");
 }
+
+TEST(LocalRuntime, TheWorkstationStopsAStartingServiceBeforeItEndsTheRuntime) {
+    // A service manager played by a script: the unit is still starting, and the script notes
+    // whether the runtime's process was alive when the stop came (so that systemd, asked to
+    // stop first, does not start again what the workstation ends next).
+    TempDir dir;
+    NamedSleeper runtime(dir, "corvane-runtime");
+    WriteFileText(dir.File("systemctl"),
+                  "#!/bin/sh\n"
+                  "here=$(dirname \"$0\")\n"
+                  "case \"$1\" in\n"
+                  "  show) echo loaded ;;\n"
+                  "  is-active) cat \"$here/state\"; exit 3 ;;\n"
+                  "  stop) pgrep -x corvane-runtime >/dev/null && echo alive >> \"$here/calls\"\n"
+                  "        echo \"$*\" >> \"$here/calls\"; echo inactive > \"$here/state\" ;;\n"
+                  "esac\n");
+    ::chmod(dir.File("systemctl").c_str(), 0755);
+    ::setenv("CORVANE_SYSTEMCTL", dir.File("systemctl").c_str(), 1);
+    WriteFileText(dir.File("state"), "activating\n");
+    const std::string printed = Printed([] { EXPECT_TRUE(LocalRuntime::StopForWorkstation()); });
+    EXPECT_EQ(printed, "Trovato il servizio Corvane-Runtime\nService stopped.\n");
+    EXPECT_EQ(ReadFileText(dir.File("calls")), "alive\nstop --no-block Corvane-Runtime.service\n");
+    EXPECT_TRUE(runtime.Killed());
+
+    // Reloading and stopping units are running too; only a unit at rest is not.
+    for (const char* state : {"reloading", "deactivating"}) {
+        WriteFileText(dir.File("state"), std::string(state) + "\n");
+        EXPECT_EQ(Printed([] { LocalRuntime::StopService(LocalRuntime::kServiceName); }),
+                  "Service stopped.\n")
+            << state;
+    }
+    WriteFileText(dir.File("state"), "failed\n");
+    EXPECT_EQ(Printed([] { LocalRuntime::StopService(LocalRuntime::kServiceName); }),
+              "Service not running.\n");
+    ::unsetenv("CORVANE_SYSTEMCTL");
+}
+
+TEST(LocalRuntime, TheRealServiceManagerStopsTheUnitWhereSystemdRuns) {
+    if (!platform::DirectoryExists("/run/systemd/system"))
+        GTEST_SKIP() << "systemd does not run on this machine: the scripted manager above stands "
+                        "in for it";
+    ::unsetenv("CORVANE_SYSTEMCTL");
+    // Without the unit installed the service does not exist, and nothing is stopped.
+    if (LocalRuntime::ServiceExists() == 0) {
+        EXPECT_EQ(Printed([] { EXPECT_FALSE(LocalRuntime::StopForWorkstation()); }),
+                  "il servizio Corvane-Runtime non esiste\n");
+    }
+}

@@ -4,9 +4,11 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <string>
 #include <vector>
@@ -26,11 +28,16 @@ extern char** environ;
 
 namespace {
 
-// The program running in an application folder of its own, its output kept in a file.
+// The program running in an application folder, its output kept in a file. Without a folder of
+// its own it gets a new one; environment entries "NAME=" remove a variable, "NAME=value" set it.
 class RuntimeProcess {
   public:
-    RuntimeProcess() {
-        FillAppFolder(dir_, CORVANE_APP_DIR);
+    explicit RuntimeProcess(const TempDir* folder = nullptr,
+                            std::vector<std::string> args = {"--runtime", "--seconds", "90"},
+                            const std::vector<std::string>& environment = {})
+        : dir_(folder != nullptr ? *folder : own_) {
+        if (folder == nullptr)
+            FillAppFolder(dir_, CORVANE_APP_DIR);
         const std::string program = std::string(CORVANE_APP_DIR) + "/corvane";
         const std::string output = dir_.File("output.txt");
         posix_spawn_file_actions_t actions;
@@ -40,13 +47,17 @@ class RuntimeProcess {
         posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
         // The child starts in the application folder: it is the program's working directory.
         platform::ScopedWorkingDirectory cwd(dir_.Path());
-        std::vector<std::string> args = {program,     "--runtime", "--listen",
-                                         "127.0.0.1", "--seconds", "90"};
+        args.insert(args.begin(), program);
         std::vector<char*> argv;
         for (auto& arg : args)
             argv.push_back(arg.data());
         argv.push_back(nullptr);
-        ::posix_spawn(&pid_, program.c_str(), &actions, nullptr, argv.data(), environ);
+        std::vector<std::string> env = Environment(environment);
+        std::vector<char*> envp;
+        for (auto& entry : env)
+            envp.push_back(entry.data());
+        envp.push_back(nullptr);
+        ::posix_spawn(&pid_, program.c_str(), &actions, nullptr, argv.data(), envp.data());
         posix_spawn_file_actions_destroy(&actions);
     }
     ~RuntimeProcess() {
@@ -74,6 +85,18 @@ class RuntimeProcess {
         }
         return false;
     }
+    // The exit code once the program ended by itself within the limit, else -1.
+    int ExitCode(int limitMs) {
+        int status = 0;
+        for (int waited = 0; waited < limitMs; waited += 50) {
+            if (::waitpid(pid_, &status, WNOHANG) == pid_) {
+                ended_ = true;
+                return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+            }
+            platform::SleepMs(50);
+        }
+        return -1;
+    }
     // Asks the program to stop and answers whether it ended by itself within the limit.
     bool Terminate(int limitMs) {
         ::kill(pid_, SIGTERM);
@@ -88,6 +111,7 @@ class RuntimeProcess {
         return false;
     }
     std::string File(const std::string& name) const { return dir_.File(name); }
+    const TempDir& Folder() const { return dir_; }
 
     static int Occurrences(const std::string& text, const std::string& what) {
         int count = 0;
@@ -97,7 +121,23 @@ class RuntimeProcess {
     }
 
   private:
-    TempDir dir_;
+    static std::vector<std::string> Environment(const std::vector<std::string>& changes) {
+        std::vector<std::string> env;
+        for (char** entry = environ; *entry != nullptr; ++entry)
+            env.emplace_back(*entry);
+        for (const std::string& change : changes) {
+            const std::string name = change.substr(0, change.find('=') + 1);
+            env.erase(std::remove_if(env.begin(), env.end(),
+                                     [&](const std::string& e) { return e.rfind(name, 0) == 0; }),
+                      env.end());
+            if (change.size() > name.size())
+                env.push_back(change);
+        }
+        return env;
+    }
+
+    TempDir own_;
+    const TempDir& dir_;
     pid_t pid_ = -1;
     bool ended_ = false;
 };
@@ -174,6 +214,67 @@ TEST(RuntimeProgram, IsManagedFromAWorkstationOverTcp14400) {
     EXPECT_NE(ReadFileText(workstation.File("TempPrj/default.tlr")).find("Crossing North"),
               std::string::npos);
 
+    // It listens on loopback only: no other machine reaches it unless told otherwise.
+    const std::string sockets = ReadFileText("/proc/net/tcp");
+    EXPECT_NE(sockets.find("0100007F:3840"), std::string::npos);
+    EXPECT_EQ(sockets.find("00000000:3840"), std::string::npos);
+
+    // A block of empty sections is refused and replaces nothing.
+    {
+        std::string empty;
+        for (const auto& section : ProjectBlock::kSectionTable)
+            empty += ProjectBlock::OpeningTag(section) + ProjectBlock::ClosingTag(section);
+        platform::TcpSocket peer = platform::TcpSocket::Connect("127.0.0.1", 14400, 2000);
+        peer.SetTimeouts(3000, 1000);
+        peer.SendAll(empty);
+        char reply[16];
+        EXPECT_EQ(peer.Receive(reply, sizeof reply), 0u);
+        EXPECT_TRUE(runtime.WaitForOutput("Project refused, nothing replaced")) << runtime.Output();
+        EXPECT_EQ(ReadFileText(runtime.File("projects/runtime/runtime.tlr")), opened);
+    }
+
+    // A second upload keeps the first as the previous project.
+    changed.replace(changed.find("Crossing North"), 14, "Crossing South");
+    WriteFileText(workstation.File("site/site.tlr"), changed);
+    ASSERT_EQ(Transfer(project, events, StartThread::kUpload),
+              std::make_pair(+ID_TRANSFER_DONE, 1));
+    ASSERT_TRUE(runtime.WaitForOutput("Crossing South")) << runtime.Output();
+    EXPECT_NE(
+        ReadFileText(runtime.File("projects/runtime.previous/runtime.tlr")).find("Crossing North"),
+        std::string::npos);
+
     EXPECT_TRUE(runtime.Terminate(20000)) << runtime.Output();
     EXPECT_NE(runtime.Output().find("Destroy"), std::string::npos);
+
+    // Started again with --rollback, it runs the project before the last upload.
+    const TempDir& folder = runtime.Folder();
+    RuntimeProcess rolledBack(&folder, {"--runtime", "--rollback", "--seconds", "60"});
+    ASSERT_TRUE(rolledBack.WaitForOutput("Project rolled back")) << rolledBack.Output();
+    ASSERT_TRUE(rolledBack.WaitForOutput("Crossing North")) << rolledBack.Output();
+    EXPECT_NE(ReadFileText(rolledBack.File("projects/runtime.previous/runtime.tlr"))
+                  .find("Crossing South"),
+              std::string::npos);
+    EXPECT_TRUE(rolledBack.Terminate(20000)) << rolledBack.Output();
+}
+
+TEST(RuntimeProgram, WithoutADisplayTheWorkstationSaysSoAndTouchesNothing) {
+    // Started over a remote shell, the workstation must not turn into a windowless program
+    // that stops the site's runtime service: it explains and ends.
+    TempDir folder;
+    FillAppFolder(folder, CORVANE_APP_DIR);
+    WriteFileText(folder.File("systemctl"),
+                  "#!/bin/sh\necho \"$*\" >> \"$(dirname \"$0\")/calls\"\necho loaded\n");
+    ::chmod(folder.File("systemctl").c_str(), 0755);
+    RuntimeProcess program(
+        &folder, {"-nopwd"},
+        {"DISPLAY=", "WAYLAND_DISPLAY=", "CORVANE_SYSTEMCTL=" + folder.File("systemctl")});
+    EXPECT_EQ(program.ExitCode(10000), 2);
+    EXPECT_NE(program.Output().find("no display to open the window on"), std::string::npos)
+        << program.Output();
+    EXPECT_FALSE(platform::FileExists(folder.File("calls")));
+    EXPECT_FALSE(platform::DirectoryExists(folder.File("projects")));
+
+    RuntimeProcess typo(&folder, {"--headles"}, {"DISPLAY="});
+    EXPECT_EQ(typo.ExitCode(10000), 2);
+    EXPECT_NE(typo.Output().find("unknown option --headles"), std::string::npos);
 }

@@ -28,6 +28,7 @@ TempDir::~TempDir() {
 LogCapture::LogCapture() {
     previous_ = platform::SetLogSink(
         [this](platform::LogLevel, const platform::LogContext& context, const std::string& text) {
+            std::lock_guard<std::mutex> lock(mutex_);
             messages_.push_back(text);
             functions_.push_back(context.function);
         });
@@ -37,7 +38,18 @@ LogCapture::~LogCapture() {
     platform::SetLogSink(previous_);
 }
 
+std::vector<std::string> LogCapture::Messages() const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    return messages_;
+}
+
+std::vector<std::string> LogCapture::Functions() const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    return functions_;
+}
+
 bool LogCapture::Contains(const std::string& fragment) const {
+    std::lock_guard<std::mutex> lock(mutex_);
     for (const auto& message : messages_)
         if (message.find(fragment) != std::string::npos)
             return true;

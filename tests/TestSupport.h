@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -26,12 +27,14 @@ class LogCapture {
     ~LogCapture();
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
-    const std::vector<std::string>& Messages() const { return messages_; }
-    const std::vector<std::string>& Functions() const { return functions_; }
+    // Copies: reports may come from other threads while the test reads.
+    std::vector<std::string> Messages() const;
+    std::vector<std::string> Functions() const;
     bool Contains(const std::string& fragment) const;
 
   private:
     platform::LogSink previous_;
+    mutable std::mutex mutex_;
     std::vector<std::string> messages_;
     std::vector<std::string> functions_;
 };

@@ -31,6 +31,12 @@ NewPrjDialog::NewPrjDialog(wxWindow* parent, Project& project, int modifyMode)
     grid_->Append(new wxPropertyCategory("Site Properties"));
     grid_->Append(new wxStringProperty("Site Name", "Site Name", ""));
     grid_->Append(new wxIntProperty("Site ID", "ID", 1));
+    // The letters of names in the site's binary files.
+    wxPGChoices codePages;
+    codePages.Add("1252 Western European", 1252);
+    codePages.Add("1250 Central European", 1250);
+    codePages.Add("1251 Cyrillic", 1251);
+    grid_->Append(new wxEnumProperty("Code Page", "CODEPAGE", codePages, 1252));
     grid_->Append(new wxPropertyCategory("Database Settings", "DBSettings"));
     grid_->Append(new wxStringProperty("IP", "IP", ""));
     grid_->Append(new wxStringProperty("Name", "Name", ""));
@@ -40,8 +46,10 @@ NewPrjDialog::NewPrjDialog(wxWindow* parent, Project& project, int modifyMode)
     grid_->Append(new wxIntProperty("Syncronization Period (Min)", "SYNCROTIME", 5));
     grid_->Append(new wxIntProperty("Local DB Storage", "DBTIME", 5));
     grid_->Append(new wxPropertyCategory("Auto remove", "DBUpdateInfo"));
-    wxPGProperty* whitelist = grid_->Append(new wxBoolProperty("Whitelist", "WHITELIST", false));
-    whitelist->SetAttribute(wxPG_BOOL_USE_CHECKBOX, false);
+    wxPGChoices noYes;
+    noYes.Add("No", 0);
+    noYes.Add("Yes", 1);
+    grid_->Append(new wxEnumProperty("Whitelist", "WHITELIST", noYes, 0));
     auto* confirm =
         new wxButton(this, kConfirmId, modifyMode ? "Modify Project" : "Create Project");
     auto* cancel = new wxButton(this, kCancelId, "Cancel");
@@ -75,7 +83,8 @@ void NewPrjDialog::FillFromProject() {
     grid_->SetPropertyValue("Password", wxString::FromUTF8(place.placedbpassword));
     grid_->SetPropertyValue("SYNCROTIME", place.syncrotime);
     grid_->SetPropertyValue("DBTIME", place.dbstorage);
-    grid_->SetPropertyValue("WHITELIST", place.whitelist);
+    grid_->SetPropertyValue("WHITELIST", place.whitelist ? 1 : 0);
+    grid_->SetPropertyValue("CODEPAGE", place.codepage);
     grid_->EnableProperty("Project Name", false);
     grid_->EnableProperty("Project Folder", false);
 }
@@ -109,7 +118,8 @@ bool NewPrjDialog::Confirm() {
         place.uselocaldb = 1;
         place.syncrotime = static_cast<int>(grid_->GetPropertyValueAsLong("SYNCROTIME"));
         place.dbstorage = static_cast<int>(grid_->GetPropertyValueAsLong("DBTIME"));
-        place.whitelist = grid_->GetPropertyValueAsBool("WHITELIST");
+        place.whitelist = grid_->GetPropertyValueAsLong("WHITELIST") == 1;
+        place.codepage = static_cast<int>(grid_->GetPropertyValueAsLong("CODEPAGE"));
     }
     if (IsModal())
         EndModal(1);

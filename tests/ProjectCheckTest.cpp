@@ -1,0 +1,80 @@
+// The check a runtime makes of a received project before it answers: whole projects pass,
+// anything it could not open as it was saved is named, and the check touches nothing else.
+#include <gtest/gtest.h>
+
+#include "TestSupport.h"
+#include "core/Project.h"
+#include "core/ProjectCheck.h"
+#include "core/ProjectFile.h"
+#include "platform/FileSystem.h"
+
+namespace {
+
+// Saves a project with a source, a board and a region reading with lprLibrary into folder.
+void SaveProject(const std::string& folder, const std::string& lprLibrary) {
+    Project project;
+    project.appdir = AppDir();
+    project.prjname = "site";
+    {
+        platform::ScopedWorkingDirectory inApp(AppDir());
+        Camera camera;
+        camera.name = "Cam";
+        camera.id = 1;
+        camera.plugin = project.cameraplugins.CreateCamera("TestCamera");
+        project.cameras.Add(camera);
+        project.AddBoard("IO", "TestBoard", "", 1);
+    }
+    Lane lane;
+    lane.name = "L1";
+    lane.id = 1;
+    lane.camname = "Cam";
+    lane.lprlib = lprLibrary;
+    project.lanes.Add(lane);
+    platform::ScopedWorkingDirectory inFolder(folder);
+    project.SaveComponents();
+    ASSERT_TRUE(WriteProjectFile("site.tlr", project));
+}
+
+bool Mentions(const std::vector<std::string>& problems, const std::string& fragment) {
+    for (const auto& problem : problems)
+        if (problem.find(fragment) != std::string::npos)
+            return true;
+    return false;
+}
+
+}  // namespace
+
+TEST(ProjectCheck, ASavedProjectPassesAndTheCheckChangesNothingAroundIt) {
+    TempDir folder;
+    SaveProject(folder.Path(), "TestLPR");
+    const std::string before = platform::GetWorkingDirectory();
+    LogCapture log;
+    EXPECT_EQ(CheckProject(folder.Path(), "site.tlr", AppDir()), std::vector<std::string>{});
+    EXPECT_EQ(platform::GetWorkingDirectory(), before);
+    EXPECT_TRUE(log.Messages().empty());  // a check reports once, through its answer
+}
+
+TEST(ProjectCheck, NamesAMissingPluginADamagedOrEmptyFileAndAMissingOne) {
+    TempDir folder;
+    SaveProject(folder.Path(), "NoSuchReader");
+    auto problems = CheckProject(folder.Path(), "site.tlr", AppDir());
+    EXPECT_TRUE(Mentions(problems, "plug-in ./plugin/lpr/NoSuchReader.dll is not installed"));
+
+    SaveProject(folder.Path(), "TestLPR");
+    auto lanes = ReadFileBytes(folder.File("lanes.dat"));
+    lanes.resize(lanes.size() - 3);
+    WriteFileBytes(folder.File("lanes.dat"), lanes);
+    WriteFileText(folder.File("boards.dat"), "");
+    ::unlink(folder.File("triggers.dat").c_str());
+    problems = CheckProject(folder.Path(), "site.tlr", AppDir());
+    EXPECT_TRUE(Mentions(problems, "lanes.dat is damaged")) << ::testing::PrintToString(problems);
+    EXPECT_TRUE(Mentions(problems, "boards.dat is damaged: no version"));
+    EXPECT_TRUE(Mentions(problems, "triggers.dat is missing"));
+
+    // An empty project file, as a block of empty sections brings, is no project.
+    WriteFileText(folder.File("site.tlr"), "");
+    EXPECT_TRUE(Mentions(CheckProject(folder.Path(), "site.tlr", AppDir()),
+                         "the project file holds no project"));
+    EXPECT_TRUE(Mentions(CheckProject(folder.Path(), "other.tlr", AppDir()),
+                         "the project file cannot be read"));
+}

@@ -1,0 +1,321 @@
+// The runtime's transfer server against strangers and bad uploads, with real sockets on
+// loopback: only allowed networks and the shared key get in, slow and silent peers cost only
+// their own connection, an upload is checked whole before "<OK>", the transfer time is a
+// deadline, and the project the runtime had is kept and can be taken back.
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "TestSupport.h"
+#include "core/EventQueue.h"
+#include "core/Project.h"
+#include "core/ProjectCheck.h"
+#include "core/ProjectFile.h"
+#include "platform/FileSystem.h"
+#include "platform/TcpSocket.h"
+#include "platform/Ticks.h"
+#include "remote/ProjectBlock.h"
+#include "remote/RuntimeProjectStore.h"
+#include "remote/RuntimeServer.h"
+#include "remote/StartThread.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// A whole project as the workstation saves it: a source and a region on the test plug-ins.
+void SaveSite(const std::string& folder, const std::string& name, const std::string& place) {
+    Project project;
+    project.appdir = AppDir();
+    project.prjname = name;
+    project.place.placename = place;
+    {
+        platform::ScopedWorkingDirectory inApp(AppDir());
+        Camera camera;
+        camera.name = "Cam";
+        camera.id = 1;
+        camera.plugin = project.cameraplugins.CreateCamera("TestCamera");
+        project.cameras.Add(camera);
+    }
+    Lane lane;
+    lane.name = "L1";
+    lane.id = 1;
+    lane.camname = "Cam";
+    lane.lprlib = "TestLPR";
+    project.lanes.Add(lane);
+    platform::ScopedWorkingDirectory inFolder(folder);
+    project.SaveComponents();
+    WriteProjectFile(name + ".tlr", project);
+}
+
+// A runtime's transfer server on 127.0.0.1:14400 that checks uploads as the program does.
+struct Runtime {
+    explicit Runtime(std::vector<platform::AddressRange> allowed = {}, std::string key = {})
+        : server(&events, "127.0.0.1", ProjectBlock::kRuntimePort, dir.File("incoming")) {
+        SaveSite(served.Path(), "runtime", "Served");
+        server.SetServedProject(served.Path(), "runtime.tlr");
+        server.SetAllowed(std::move(allowed));
+        server.SetKey(std::move(key));
+        server.SetProjectCheck([](const std::string& folder, const std::string& file) {
+            return CheckProject(folder, file, AppDir());
+        });
+        server.Run();
+        for (int i = 0; i < 100 && !server.Listening(); ++i)
+            platform::SleepMs(20);
+    }
+    std::vector<int> Events(std::chrono::milliseconds wait) {
+        std::vector<int> ids;
+        events.Drain([&](const EventQueue::Event& event) { ids.push_back(event.id); }, wait);
+        return ids;
+    }
+    TempDir dir;
+    TempDir served;
+    EventQueue events;
+    RuntimeServer server;
+};
+
+// The workstation's side: a transfer thread with its own folder and result events.
+struct Station {
+    Station() : cwd(dir.Path()) {
+        project.appdir = dir.Path();
+        project.mainframe = &events;
+    }
+    int Transfer(int mode, const std::string& key = {}) {
+        StartThread thread(&project, &events, "127.0.0.1", mode);
+        thread.key = key;
+        thread.Run();
+        int result = 0;
+        const auto end = std::chrono::steady_clock::now() + 20s;
+        while (result == 0 && std::chrono::steady_clock::now() < end)
+            events.Drain(
+                [&](const EventQueue::Event& event) {
+                    if (event.id == ID_TRANSFER_DONE || event.id == ID_TRANSFER_FAILED)
+                        result = event.id;
+                },
+                50ms);
+        return result;
+    }
+    TempDir dir;
+    platform::ScopedWorkingDirectory cwd;
+    EventQueue events;
+    Project project;
+};
+
+// A connection to the runtime port from a chosen loopback address.
+platform::TcpSocket ConnectFrom(const char* source) {
+    const int fd = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in local{};
+    local.sin_family = AF_INET;
+    ::inet_pton(AF_INET, source, &local.sin_addr);
+    ::bind(fd, reinterpret_cast<sockaddr*>(&local), sizeof local);
+    sockaddr_in remote{};
+    remote.sin_family = AF_INET;
+    remote.sin_port = htons(ProjectBlock::kRuntimePort);
+    ::inet_pton(AF_INET, "127.0.0.1", &remote.sin_addr);
+    if (::connect(fd, reinterpret_cast<sockaddr*>(&remote), sizeof remote) != 0) {
+        ::close(fd);
+        return platform::TcpSocket();
+    }
+    platform::TcpSocket socket(fd);
+    socket.SetTimeouts(3000, 1000);
+    return socket;
+}
+
+// Everything the peer answers until it closes or stays silent for the socket's time-out.
+std::string Answer(platform::TcpSocket& socket) {
+    std::string answer;
+    char piece[4096];
+    for (size_t got; (got = socket.Receive(piece, sizeof piece)) > 0;)
+        answer.append(piece, got);
+    return answer;
+}
+
+std::string EmptyBlock() {
+    std::string block;
+    for (const auto& section : ProjectBlock::kSectionTable)
+        block += ProjectBlock::OpeningTag(section) + ProjectBlock::ClosingTag(section);
+    return block;
+}
+
+}  // namespace
+
+TEST(RuntimeTransfer, AnUploadIsCheckedWholeBeforeOkAndNothingBadIsTaken) {
+    Runtime runtime;
+    ASSERT_TRUE(runtime.server.Listening());
+    LogCapture log;
+
+    // A block of empty sections would have emptied the site: it gets no "<OK>".
+    EXPECT_EQ(EmptyBlock().size(), 199u);
+    platform::TcpSocket empty = ConnectFrom("127.0.0.1");
+    empty.SendAll(EmptyBlock());
+    EXPECT_EQ(Answer(empty), "");
+    EXPECT_TRUE(log.Contains("Project refused, nothing replaced: the project file holds no"));
+
+    // A project naming a reader that is not installed is refused the same way.
+    Station station;
+    SaveSite(station.dir.Path(), "site", "Uploaded");
+    WriteFileText(station.dir.File("lanes.dat"), "broken");
+    station.project.prjdir = station.dir.Path();
+    station.project.prjname = "site";
+    EXPECT_EQ(station.Transfer(StartThread::kUpload), +ID_TRANSFER_FAILED);
+    EXPECT_TRUE(runtime.server.TakeIncoming().empty());
+    EXPECT_TRUE(runtime.Events(300ms).empty());
+
+    // A whole project is taken.
+    SaveSite(station.dir.Path(), "site", "Uploaded");
+    EXPECT_EQ(station.Transfer(StartThread::kUpload), +ID_TRANSFER_DONE);
+    EXPECT_EQ(runtime.Events(1000ms), std::vector<int>{RuntimeServer::kProjectReceived});
+    const std::string staged = runtime.server.TakeIncoming();
+    ASSERT_FALSE(staged.empty());
+    EXPECT_EQ(ReadFileBytes(staged + "/lanes.dat"), ReadFileBytes(station.dir.File("lanes.dat")));
+}
+
+TEST(RuntimeTransfer, AProjectTooLargeToTravelIsRefusedBeforeAnythingIsSent) {
+    Station station;
+    SaveSite(station.dir.Path(), "site", "Large");
+    WriteFileText(station.dir.File("site.tlr"), std::string(1000001, 'x'));
+    station.project.prjdir = station.dir.Path();
+    station.project.prjname = "site";
+    platform::TcpSocket listener = platform::TcpSocket::Listen("127.0.0.1", 14400);
+    ASSERT_TRUE(listener.IsOpen());
+    LogCapture log;
+    EXPECT_EQ(station.Transfer(StartThread::kUpload), +ID_TRANSFER_FAILED);
+    EXPECT_FALSE(listener.Accept(500).IsOpen()) << "the workstation connected all the same";
+    EXPECT_TRUE(log.Contains("Upload refused, nothing sent: the project is too large"));
+}
+
+TEST(RuntimeTransfer, PeersOutsideTheAllowedNetworksAreClosedAtAccept) {
+    platform::AddressRange workstation;
+    ASSERT_TRUE(platform::AddressRange::Parse("127.0.0.1/32", workstation));
+    Runtime runtime({workstation});
+    LogCapture log;
+    platform::TcpSocket stranger = ConnectFrom("127.0.0.2");
+    ASSERT_TRUE(stranger.IsOpen());
+    stranger.SendAll(ProjectBlock::kDownloadRequest);
+    EXPECT_EQ(Answer(stranger), "");
+    EXPECT_TRUE(log.Contains("Transfer refused to 127.0.0.2: not an allowed workstation"));
+    platform::TcpSocket allowed = ConnectFrom("127.0.0.1");
+    allowed.SendAll(ProjectBlock::kDownloadRequest);
+    EXPECT_EQ(Answer(allowed), ProjectBlock::Compose(runtime.served.Path(), "runtime.tlr"));
+
+    platform::AddressRange range;
+    EXPECT_TRUE(platform::AddressRange::Parse("10.1.2.3/8", range));
+    EXPECT_TRUE(range.Contains(0x0AFFFFFF));
+    EXPECT_FALSE(range.Contains(0x0B000000));
+    EXPECT_FALSE(platform::AddressRange::Parse("10.1.2.3/33", range));
+    EXPECT_FALSE(platform::AddressRange::Parse("10.1.2/8", range));
+    EXPECT_FALSE(platform::AddressRange::Parse("10.1.2.3/", range));
+}
+
+TEST(RuntimeTransfer, WithASharedKeyOnlyPeersThatKnowItAreServed) {
+    Runtime runtime({}, "s3cret-site-key");
+    LogCapture log;
+    for (const std::string& request :
+         {std::string(ProjectBlock::kDownloadRequest),
+          ProjectBlock::KeyPrefix("wrong-key") + ProjectBlock::kDownloadRequest,
+          ProjectBlock::KeyPrefix("s3cret-site-ke") + ProjectBlock::kDownloadRequest}) {
+        platform::TcpSocket peer = ConnectFrom("127.0.0.1");
+        peer.SendAll(request);
+        EXPECT_EQ(Answer(peer), "") << request;
+    }
+    EXPECT_TRUE(log.Contains("Transfer key missing or wrong: dropped"));
+    Station station;
+    EXPECT_EQ(station.Transfer(StartThread::kDownload), +ID_TRANSFER_FAILED);
+    EXPECT_EQ(station.Transfer(StartThread::kDownload, "s3cret-site-key"), +ID_TRANSFER_DONE);
+    EXPECT_EQ(ReadFileText(station.dir.File("TempPrj/default.tlr")),
+              ReadFileText(runtime.served.File("runtime.tlr")));
+}
+
+TEST(RuntimeTransfer, SlowAndSilentPeersCostOnlyTheirOwnConnection) {
+    Runtime runtime;
+    std::vector<platform::TcpSocket> silent;
+    for (int i = 0; i < 12; ++i)
+        silent.push_back(ConnectFrom("127.0.0.1"));
+    std::thread dribbler([] {
+        platform::TcpSocket slow = ConnectFrom("127.0.0.1");
+        const std::string request = ProjectBlock::kDownloadRequest;
+        for (size_t i = 0; i < 8; ++i) {
+            slow.SendAll(request.substr(i, 1));
+            std::this_thread::sleep_for(500ms);
+        }
+    });
+    std::this_thread::sleep_for(300ms);
+    Station station;
+    const uint32_t started = platform::GetTickCount();
+    EXPECT_EQ(station.Transfer(StartThread::kDownload), +ID_TRANSFER_DONE);
+    EXPECT_LT(platform::ElapsedTicks(platform::GetTickCount(), started), 1500u);
+    dribbler.join();
+
+    // A stop does not wait for the silent ones.
+    const uint32_t asked = platform::GetTickCount();
+    runtime.server.Delete();
+    EXPECT_LT(platform::ElapsedTicks(platform::GetTickCount(), asked), 2500u);
+}
+
+TEST(RuntimeTransfer, AnUploadThatEndsAfterTheTransferTimeIsRefused) {
+    Runtime runtime;
+    TempDir site;
+    SaveSite(site.Path(), "site", "Late");
+    const std::string block = ProjectBlock::Compose(site.Path(), "site.tlr");
+    platform::TcpSocket late = ConnectFrom("127.0.0.1");
+    late.SetTimeouts(3000, 1000);
+    // Half now, a byte every 0.9 s (the server's one-second reads never time out) until just
+    // before the limit, and the rest inside a read that began before it and ends after it.
+    late.SendAll(block.substr(0, block.size() / 2));
+    const uint32_t started = platform::GetTickCount();
+    size_t at = block.size() / 2;
+    while (platform::ElapsedTicks(platform::GetTickCount(), started) < 9500u) {
+        late.SendAll(block.substr(at++, 1));
+        std::this_thread::sleep_for(900ms);
+    }
+    while (platform::ElapsedTicks(platform::GetTickCount(), started) < 10400u)
+        std::this_thread::sleep_for(20ms);
+    late.SendAll(block.substr(at));
+    EXPECT_EQ(Answer(late), "");
+    EXPECT_TRUE(runtime.server.TakeIncoming().empty());
+}
+
+TEST(RuntimeProjectStore, KeepsThePreviousProjectAndRollsBackToIt) {
+    TempDir root;
+    RuntimeProjectStore store(root.Path());
+    EXPECT_FALSE(store.HasProject());
+    EXPECT_FALSE(store.Rollback());
+
+    auto stage = [&](const std::string& place) {
+        const std::string staged = root.File("staged-" + place);
+        platform::MakeDirectory(staged);
+        SaveSite(staged, "runtime", place);
+        return staged;
+    };
+    ASSERT_TRUE(store.Replace(stage("First")));
+    WriteFileText(store.CurrentFolder() + "/templates.xml", "<TEMPLATES>site<\\TEMPLATES>");
+    ASSERT_TRUE(store.Replace(stage("Second")));
+    auto placeOf = [](const std::string& folder) {
+        Project project;
+        LoadProjectSettings(folder + "/runtime.tlr", project);
+        return project.place.placename;
+    };
+    EXPECT_EQ(placeOf(store.CurrentFolder()), "Second");
+    EXPECT_EQ(placeOf(store.PreviousFolder()), "First");
+    // The site's own templates stay with the project that runs.
+    EXPECT_EQ(ReadFileText(store.CurrentFolder() + "/templates.xml"),
+              "<TEMPLATES>site<\\TEMPLATES>");
+
+    ASSERT_TRUE(store.Rollback());
+    EXPECT_EQ(placeOf(store.CurrentFolder()), "First");
+    EXPECT_EQ(placeOf(store.PreviousFolder()), "Second");
+    ASSERT_TRUE(store.Rollback());  // and forward again
+    EXPECT_EQ(placeOf(store.CurrentFolder()), "Second");
+
+    // A staged folder that is not there replaces nothing.
+    EXPECT_FALSE(store.Replace(root.File("nothing-staged")));
+    EXPECT_EQ(placeOf(store.CurrentFolder()), "Second");
+}
