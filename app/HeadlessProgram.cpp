@@ -73,6 +73,8 @@ class HeadlessProgram {
           remote_(project, session_, host_, &events_) {}
 
     int Run() {
+        if (!ParseAllowed())
+            return 2;
         project_.appdir = platform::GetWorkingDirectory();
         if (!options_.runtime)
             runtimestopped_ = LocalRuntime::StopForWorkstation();
@@ -84,9 +86,11 @@ class HeadlessProgram {
         if (options_.runtime && options_.rollback)
             std::printf(store_.Rollback() ? "Project rolled back\n"
                                           : "No previous project to roll back to\n");
-        if (!StartServices())
-            return 2;
+        StartServices();
         OpenStartProject();
+        // The transfer server comes up with a project to serve, never before it.
+        if (options_.runtime)
+            StartTransferServer();
         StartTransfers();
 
         std::signal(SIGINT, OnSignal);
@@ -102,7 +106,7 @@ class HeadlessProgram {
     }
 
   private:
-    bool StartServices() {
+    void StartServices() {
         // The RTSP service runs from start to close, whether a project is open or not. A
         // moment's wait lets it bind its port before the sources add their streams.
         rtsp_.SetDeviceFronts(&fronts_);
@@ -111,29 +115,33 @@ class HeadlessProgram {
             platform::SleepMs(20);
         checkdb_ = std::make_unique<CheckDBThread>(&events_, &project_);
         checkdb_->Run();
-        return options_.runtime ? StartTransferServer() : true;
     }
 
-    bool StartTransferServer() {
-        std::vector<platform::AddressRange> allowed;
+    // The workstations named by --allow; false (said on the console) for one that is no
+    // network.
+    bool ParseAllowed() {
         for (const std::string& text : options_.allow) {
             platform::AddressRange range;
             if (!platform::AddressRange::Parse(text, range)) {
                 std::fprintf(stderr, "corvane: --allow %s is not ADDRESS/PREFIX\n", text.c_str());
                 return false;
             }
-            allowed.push_back(range);
+            allowed_.push_back(range);
         }
+        return true;
+    }
+
+    void StartTransferServer() {
         server_ = std::make_unique<RuntimeServer>(
             &events_, options_.listen, ProjectBlock::kRuntimePort, store_.IncomingFolder());
-        server_->SetAllowed(std::move(allowed));
+        server_->SetAllowed(allowed_);
         server_->SetKey(TransferKey());
         const std::string appdir = project_.appdir;
         server_->SetProjectCheck([appdir](const std::string& folder, const std::string& file) {
             return CheckProject(folder, file, appdir);
         });
+        server_->SetServedProject(project_.prjdir, project_.prjname + ".tlr");
         server_->Run();
-        return true;
     }
 
     // The shared key: --key-file, or on a workstation the key file of the application folder.
@@ -264,6 +272,7 @@ class HeadlessProgram {
     RemoteAdministration remote_;
     std::unique_ptr<CheckDBThread> checkdb_;
     std::unique_ptr<RuntimeServer> server_;
+    std::vector<platform::AddressRange> allowed_;
     RuntimeProjectStore store_{platform::GetWorkingDirectory() + "/" + kProjectsFolder};
     bool runtimestopped_ = false;
     int dbstate_ = 2;  // nothing shown yet: "checking..."

@@ -26,7 +26,10 @@ struct Lane {
     int MaxCar = 50;
     int DROIX = 10;
     int DROIY = 20;
-    int TriggerStatus = 0;  // run time only
+    int TriggerStatus = 0;  // run time only; written and read under lanesmutex
+    // Region images that may wait for the reader. Each holds a whole region picture and adds
+    // its wait to the latency, so a typo must not reach the thread: at most kMaxBufferLen.
+    static constexpr int kMaxBufferLen = 50;
     int BufferLen = 5;
     int port = -1;
     int AutoDiscovery = 0;

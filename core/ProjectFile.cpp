@@ -38,7 +38,10 @@ std::string ProjectFileText(const Project& project) {
     TagInt("SYNCROTIME", place.syncrotime, text);
     TagInt("DBSTORAGE", place.dbstorage, text);
     TagString("WHITELIST", place.whitelist ? "Yes" : "No", text);
-    TagInt("CODEPAGE", place.codepage, text);
+    // Only a site that leaves the Western default names its code page, so that the files of
+    // every other site stay as they always were.
+    if (place.codepage != 1252)
+        TagInt("CODEPAGE", place.codepage, text);
     TagClose("PROJECT", text);
     return text;
 }

@@ -62,7 +62,7 @@ void SoapThread::Entry() {
     std::printf("Start soap thread port %d\n", data_.port);
     struct soap* context = soap_new();
     soap_set_namespaces(context, namespaces);
-    context->accept_timeout = kAcceptTimeoutSeconds;
+    context->accept_timeout = -kAcceptPollMicroseconds;
     context->recv_timeout = kIoTimeoutSeconds;
     context->send_timeout = kIoTimeoutSeconds;
     context->user = &served_;

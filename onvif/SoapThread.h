@@ -13,7 +13,9 @@ struct soap;
 // accept wakes up regularly, so a stop ends the thread within a fraction of a second.
 class SoapThread : public platform::WorkerThread {
   public:
-    static constexpr int kAcceptTimeoutSeconds = 1;
+    // The accept wakes every 100 ms (gSOAP takes a negative time-out in microseconds), so an
+    // edit that stops the streams waits no more than that per device front.
+    static constexpr int kAcceptPollMicroseconds = 100000;
     static constexpr int kIoTimeoutSeconds = 5;
     static constexpr int kRetryRounds = 600;  // of 100 ms: a bind is retried every 60 s
 

@@ -40,7 +40,8 @@ bool GrabThread::GrabOnce() {
     int width = 0;
     int height = 0;
     int format = 0;
-    int frameId = 0;
+    // The id keeps the last frame's value: a plug-in that has no new frame may leave it alone.
+    int frameId = lastFrameId_;
     plugin.LockFrame();
     const void* raw = plugin.GetFrame(&width, &height, &format, &frameId);
     if (width <= 0 || height <= 0 || raw == nullptr || frameId == lastFrameId_) {

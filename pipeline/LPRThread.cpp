@@ -106,6 +106,12 @@ int LPRThread::AddLPRPackage(const uint8_t* data, int width, int height) {
     return 1;
 }
 
+// The live view reads the status under the same lock to colour the region's box.
+void LPRThread::SetTriggerStatus(Lane& lane, int status) {
+    std::lock_guard<std::mutex> lock(project_.lanesmutex);
+    lane.TriggerStatus = status;
+}
+
 void LPRThread::Entry() {
     sceneMode_ = 0;
     const Lane* lane = project_.GetLane(settings_.laneId);
@@ -197,14 +203,14 @@ int LPRThread::TriggerAndArea(const cv::Mat& gray, const std::string& boardText,
         Trigger* trigger = project_.GetTriggerByName(lane->trigname);
         if (trigger == nullptr) {
             status = 1;
-            lane->TriggerStatus = 1;
+            SetTriggerStatus(*lane, 1);
         } else {
             triggered = true;
             if (trigger->plugin != nullptr) {
                 trigger->plugin->ProcessFrame(gray.data, gray.cols, gray.rows, gray.channels());
                 trigger->plugin->SetBoardStatus(boardText);
                 status = trigger->plugin->GetStatus();
-                lane->TriggerStatus = status;
+                SetTriggerStatus(*lane, status);
             }
         }
     }

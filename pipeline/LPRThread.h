@@ -69,6 +69,7 @@ class LPRThread : public platform::WorkerThread {
     void Entry() override;
 
   private:
+    void SetTriggerStatus(Lane& lane, int status);
     void Cycle(LPRPackage& package);
     void AnnounceToGate(const LPRPackage& package);
     int TriggerAndArea(const cv::Mat& gray, const std::string& boardText, SearchArea& area);

@@ -26,6 +26,8 @@ void LaneControl::CorrectLaneSettings(Lane& lane) {
         lane.MinCar = 10;
     if (lane.MaxCar <= lane.MinCar)
         lane.MaxCar = 2 * lane.MinCar;
+    if (lane.BufferLen > Lane::kMaxBufferLen)
+        lane.BufferLen = Lane::kMaxBufferLen;
 }
 
 void LaneControl::StartLane(Lane& lane) {

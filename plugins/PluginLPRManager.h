@@ -6,7 +6,7 @@ class PluginLPRManager : public PluginManager<LPRPlugin> {
   public:
     PluginLPRManager();
     int InitList() { return Scan(); }
-    // Called by each region's thread as it starts; only reads the list.
+    // Called by each region's thread as it starts, several at once: the instance list is locked.
     LPRPlugin* GetLPRPlugin(const std::string& libraryName) { return Create(libraryName); }
     LPRPlugin* FindByLibName(const std::string& libraryName) const;
 };

@@ -1,6 +1,7 @@
 #pragma once
 #include <algorithm>
 #include <memory>
+#include <mutex>
 #include <new>
 #include <string>
 #include <vector>
@@ -63,6 +64,7 @@ class PluginManager {
 
     // Frees an instance made by Create; for instances that a cancelled dialog leaves unused.
     void Destroy(Plugin* instance) {
+        std::lock_guard<std::mutex> lock(instancesMutex_);
         const auto it =
             std::find_if(instances_.begin(), instances_.end(),
                          [instance](const auto& held) { return held.get() == instance; });
@@ -107,13 +109,17 @@ class PluginManager {
         }
     }
 
+    // Regions create their readers on their own threads, side by side: the list is locked.
     Plugin* Keep(Plugin* instance) {
-        if (instance != nullptr)
+        if (instance != nullptr) {
+            std::lock_guard<std::mutex> lock(instancesMutex_);
             instances_.emplace_back(instance);
+        }
         return instance;
     }
 
     PluginKind kind_;
     std::vector<std::unique_ptr<Plugin>> prototypes_;
-    std::vector<std::unique_ptr<Plugin>> instances_;
+    std::mutex instancesMutex_;
+    std::vector<std::unique_ptr<Plugin>> instances_;  // guarded by instancesMutex_
 };

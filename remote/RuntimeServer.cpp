@@ -195,7 +195,10 @@ void RuntimeServer::Serve(platform::TcpSocket& peer, int number) {
             std::string problem;
             {
                 std::lock_guard<std::mutex> lock(mutex_);
-                block = ProjectBlock::Compose(servedFolder_, servedFile_, &problem);
+                if (servedFile_.empty())
+                    problem = "no project is open";
+                else
+                    block = ProjectBlock::Compose(servedFolder_, servedFile_, &problem);
             }
             if (block.empty())
                 Warn("Cannot send the project: " + problem);

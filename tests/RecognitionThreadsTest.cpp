@@ -395,3 +395,67 @@ TEST_F(RecognitionThreads, ARestartRequestReloadsOnlyAKnownSource) {
     control_.StopCamera(camera);
     EXPECT_FALSE(camera.grabthread);
 }
+
+TEST_F(RecognitionThreads, FiftyEditsWhileTwoSourcesWithTwoRegionsEachSample) {
+    // Two sources with two regions each; every region's thread makes its reader on its own
+    // thread, side by side with the others, at every edit.
+    for (int id : {1, 2}) {
+        Camera camera;
+        camera.name = "Cam" + std::to_string(id);
+        camera.id = id;
+        camera.plugin = project_.cameraplugins.CreateCamera("TestCamera");
+        project_.cameras.Add(camera);
+    }
+    std::vector<int> regions;
+    for (const char* camera : {"Cam1", "Cam2"})
+        for (const char* side : {"Left", "Right"}) {
+            Lane& lane = AddLane(std::string(camera) + side, "ScriptLPR");
+            lane.camname = camera;
+            lane.intname = "No Lane";
+            regions.push_back(lane.id);
+        }
+    auto sampleAll = [&] {
+        for (int id : {1, 2})
+            control_.StartSampling(*project_.GetCamera(id));
+    };
+    project_.StartLanes();
+    sampleAll();
+    const std::string reader = Reader();
+    int extra = -1;
+    for (int round = 0; round < 50; ++round) {
+        // A polygon drawn on live video: box and shape change under the sources' threads.
+        if (Lane* drawn = project_.GetLane(regions[static_cast<size_t>(round) % 4])) {
+            std::lock_guard<std::mutex> lock(project_.lanesmutex);
+            const int edge = 500 + 10 * (round % 50);
+            drawn->shape = {{0, 0}, {edge, 0}, {edge, edge}, {0, edge}};
+            drawn->roi[2] = edge;
+            drawn->roi[3] = edge;
+        }
+        // An edit: a region added on one round, removed on the next.
+        project_.EditBracket([&] {
+            if (extra < 0) {
+                Lane& added = AddLane("Extra", "ScriptLPR");
+                added.camname = round % 4 == 0 ? "Cam1" : "Cam2";
+                added.intname = "No Lane";
+                extra = added.id;
+            } else {
+                project_.RemoveLane(extra);
+                extra = -1;
+            }
+        });
+        sampleAll();
+        std::this_thread::sleep_for(std::chrono::milliseconds(15));
+    }
+    // Every region still reads the pictures of its source.
+    ClearJournal(reader);
+    EXPECT_TRUE(WaitFor([&] {
+        const std::string journal = JournalOf(reader);
+        size_t reads = 0;
+        for (size_t at = journal.find("Process:"); at != std::string::npos;
+             at = journal.find("Process:", at + 1))
+            ++reads;
+        return reads >= 8;
+    }));
+    for (int id : regions)
+        EXPECT_TRUE(project_.GetLane(id)->lprthread) << id;
+}

@@ -63,6 +63,10 @@ bool AddLaneDlg::OnAddLane() {
         return false;
     }
     lane.shape = *shape;
+    if (lane.BufferLen < 0 || lane.BufferLen > Lane::kMaxBufferLen) {
+        CORVANE_LOG_WARNING(origin, "Invalid images buffer length");
+        return false;
+    }
     ShapeText::BoundingBox(lane.shape, lane.roi);
     LaneGrid::SetText(grid_, "Shape", ShapeText::Normal(lane.shape));
     if (lane.name.empty()) {

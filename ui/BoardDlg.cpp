@@ -3,6 +3,7 @@
 #include <wx/msgdlg.h>
 #include <wx/propgrid/propgrid.h>
 
+#include "NativeWindowOf.h"
 #include "ParametriScheda.h"
 #include "core/Project.h"
 #include "corvane/BoardPlugin.h"
@@ -61,8 +62,9 @@ void BoardDlg::OnAdd() {
             BoardPlugin* instance = project.boardplugins.CreaBoardPlugin(library);
             if (instance == nullptr)
                 return CORVANE_LOG_WARNING(origin, "Plugin error");
-            if (instance->ShowDialog(GetHandle(), project.GetProjectText()) == 0) {
+            if (instance->ShowDialog(NativeWindowOf(this), project.GetProjectText()) == 0) {
                 instance->Close(0);
+                project.boardplugins.Destroy(instance);  // cancelled: nothing holds it
                 return;
             }
             board.settings = instance->GetParameters(0);
@@ -98,7 +100,7 @@ void BoardDlg::OnModify() {
         }
         if (board->plugin->HasDialog() != 0) {
             board->plugin->Close(0);
-            if (board->plugin->ShowDialog(GetHandle(), project.GetProjectText()) != 0) {
+            if (board->plugin->ShowDialog(NativeWindowOf(this), project.GetProjectText()) != 0) {
                 board->settings = board->plugin->GetParameters(0);
                 board->plugin->Open(project.mainwindow, board->name, board->id);
             }

@@ -8,6 +8,7 @@
 #include <cstdio>
 
 #include "CameraModDlg.h"
+#include "NativeWindowOf.h"
 #include "ParametriScheda.h"
 #include "StreamingRows.h"
 #include "core/Project.h"
@@ -162,9 +163,10 @@ void CameraDlg::OnAddCamera() {
             CameraPlugin* instance = project.cameraplugins.CreateCamera(library);
             if (instance == nullptr)
                 return;
-            if (instance->ShowDialog(GetHandle(), project.GetProjectText()) == 0) {
+            if (instance->ShowDialog(NativeWindowOf(this), project.GetProjectText()) == 0) {
                 instance->Close();
                 instance->FreeMemory();
+                project.cameraplugins.Destroy(instance);  // cancelled: nothing holds it
                 return;
             }
             camera.settings = instance->GetParameters(0);
@@ -199,7 +201,7 @@ void CameraDlg::OnModifyCameraPars() {
             camera->plugin->Close();
             camera->plugin->FreeMemory();
             UpdateButtons();
-            if (camera->plugin->ShowDialog(GetHandle(), project.GetProjectText()) != 0)
+            if (camera->plugin->ShowDialog(NativeWindowOf(this), project.GetProjectText()) != 0)
                 camera->settings = camera->plugin->GetParameters(0);
             return;
         }

@@ -125,7 +125,7 @@ bool GestioneLane::OnModifyLane() {
     lane.name = LaneGrid::Text(grid_, "ROI Name");
     lane.id = LaneGrid::Int(grid_, "ROI ID");
     lane.BufferLen = LaneGrid::Int(grid_, "BufferLen");
-    if (lane.BufferLen < 2)
+    if (lane.BufferLen < 2 || lane.BufferLen > Lane::kMaxBufferLen)
         return Fail("Invalid images buffer length");
     if (lane.name.empty())
         return Fail("ROI Name not specified");

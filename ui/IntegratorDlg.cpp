@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "NativeWindowOf.h"
 #include "ParametriScheda.h"
 #include "core/Project.h"
 #include "corvane/IntegratorPlugin.h"
@@ -92,8 +93,9 @@ void IntegratorDlg::OnAdd() {
             if (instance == nullptr)
                 return CORVANE_LOG_WARNING(origin, "Error, cannot create Lane plugin");
             instance->SetParameters("<RESET><\\RESET>");
-            if (instance->ShowDialog(GetHandle(), project.GetProjectText()) == 0) {
+            if (instance->ShowDialog(NativeWindowOf(this), project.GetProjectText()) == 0) {
                 instance->Close(" ", 0);
+                project.integratorplugins.Destroy(instance);  // cancelled: nothing holds it
                 return;
             }
             gate.settings = WithName(instance->GetParameters(0), name);
@@ -122,7 +124,7 @@ void IntegratorDlg::OnModify() {
         if (gate == nullptr || gate->plugin == nullptr)
             return;
         if (gate->plugin->HasDialog() != 0) {
-            if (gate->plugin->ShowDialog(GetHandle(), project.GetProjectText()) == 0)
+            if (gate->plugin->ShowDialog(NativeWindowOf(this), project.GetProjectText()) == 0)
                 std::fprintf(stderr, "Parameters not saved\n");
             else
                 gate->settings = gate->plugin->GetParameters(0);

@@ -20,6 +20,7 @@
 #include "LaneDlg.h"
 #include "LaneLPRResult.h"
 #include "MenuIds.h"
+#include "NativeWindowOf.h"
 #include "NewPrjDialog.h"
 #include "ProcessorDlg.h"
 #include "TemplatesDlg.h"
@@ -98,12 +99,12 @@ MyFrame::MyFrame(Project& project, StartMode mode)
     project_.appdir = startdir;
     project_.mainframe = this;
     project_.lprsink = this;
-    project_.mainwindow = GetHandle();
+    project_.mainwindow = NativeWindowOf(this);
     wxInitAllImageHandlers();
     viewer = new Viewer(this);
     viewer->SetName("vwr");
     viewer->Hide();
-    project_.viewer = viewer->GetHandle();
+    project_.viewer = NativeWindowOf(viewer);
     project_.LoadPluginDirectories();
     viewrefreshtick = resultrefreshtick = platform::GetTickCount();
 

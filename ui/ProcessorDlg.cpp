@@ -5,6 +5,7 @@
 
 #include <cstdio>
 
+#include "NativeWindowOf.h"
 #include "ParametriScheda.h"
 #include "core/Project.h"
 #include "corvane/PostProcessorPlugin.h"
@@ -81,8 +82,9 @@ void ProcessorDlg::OnAdd() {
             if (instance == nullptr)
                 return CORVANE_LOG_WARNING(origin, "Error, cannot create post processor plugin");
             instance->SetParameters("<RESET><\\RESET>");
-            if (instance->ShowDialog(GetHandle(), project.GetProjectText()) == 0) {
+            if (instance->ShowDialog(NativeWindowOf(this), project.GetProjectText()) == 0) {
                 instance->Close(" ", 0);
+                project.processorplugins.Destroy(instance);  // cancelled: nothing holds it
                 return;
             }
             processor.settings = instance->GetParameters(0);
@@ -114,7 +116,7 @@ void ProcessorDlg::OnModify() {
                 std::lock_guard<std::mutex> lock(project.processorsmutex);
                 processor->plugin->Close(processor->name, processor->id);
             }
-            processor->plugin->ShowDialog(GetHandle(), project.GetProjectText());
+            processor->plugin->ShowDialog(NativeWindowOf(this), project.GetProjectText());
             std::lock_guard<std::mutex> lock(project.processorsmutex);
             OpenWith(processor->plugin, processor->id, project.OpenArgs());
             return;

@@ -6,10 +6,12 @@
 #include <wx/msgdlg.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/valnum.h>
 
 #include <cstdlib>
 
 #include "core/Project.h"
+#include "platform/Log.h"
 
 namespace {
 
@@ -45,6 +47,12 @@ TemplatesDlg::TemplatesDlg(wxWindow* parent, Project& project)
     discardPerc_ = new wxTextCtrl(this, wxID_ANY, wxString::Format("%d", templateSet.discardPerc));
     force_ = YesNoChoice(this, 6113, templateSet.forceSub);
     forcePerc_ = new wxTextCtrl(this, wxID_ANY, wxString::Format("%d", templateSet.forceSubPerc));
+    // Percentages only: the fields take digits, and a value beyond 100 is refused on save.
+    for (wxTextCtrl* percent : {discardPerc_, forcePerc_}) {
+        wxIntegerValidator<int> digits;
+        digits.SetRange(0, 100);
+        percent->SetValidator(digits);
+    }
     availableList_ = new wxListCtrl(this, 6088, wxDefaultPosition, wxDefaultSize, wxLC_REPORT);
     availableList_->AppendColumn("Country");
     usedList_ = new wxListCtrl(this, 6089, wxDefaultPosition, wxDefaultSize, wxLC_REPORT);
@@ -150,6 +158,14 @@ bool TemplatesDlg::RemoveCountry() {
 void TemplatesDlg::AskAndSave() {
     if (wxMessageBox("Save changes?", "Warning", wxYES_NO, this) != wxYES)
         return;
+    for (wxTextCtrl* percent : {discardPerc_, forcePerc_}) {
+        long value = -1;
+        if (!percent->GetValue().ToLong(&value) || value < 0 || value > 100) {
+            CORVANE_LOG_WARNING("TemplatesDlg::AskAndSave",
+                                "Thresholds are percentages from 0 to 100");
+            return;
+        }
+    }
     templateSet.useTempl = useTemplate_->GetSelection() == 1 ? 1 : 0;
     templateSet.discard = discard_->GetSelection() == 1 ? 1 : 0;
     templateSet.discardPerc = std::atoi(discardPerc_->GetValue().utf8_str());

@@ -2,6 +2,7 @@
 
 #include <wx/propgrid/propgrid.h>
 
+#include "NativeWindowOf.h"
 #include "ParametriScheda.h"
 #include "core/Project.h"
 #include "corvane/TriggerPlugin.h"
@@ -68,7 +69,7 @@ void TriggerDlg::OnAdd() {
         trigger.plugin = instance;
         instance->SetParameters("<RESET><\\RESET>");
         if (instance->HasDialog() != 0) {
-            if (instance->ShowDialog(GetHandle(), project.GetProjectText()) != 0) {
+            if (instance->ShowDialog(NativeWindowOf(this), project.GetProjectText()) != 0) {
                 trigger.settings = instance->GetParameters(0);
                 added = true;
             }
@@ -86,6 +87,8 @@ void TriggerDlg::OnAdd() {
             Refill();
             grid_->SetPropertyValue("ID", id + 1);
             grid_->SetPropertyValue("Name", " ");
+        } else {
+            project.triggerplugins.Destroy(instance);  // cancelled: nothing holds it
         }
     }
     RestartAfterEdit();
@@ -100,7 +103,7 @@ void TriggerDlg::OnModify() {
     Trigger* trigger = project.GetTrigger(selected);
     if (trigger != nullptr && trigger->plugin != nullptr) {
         if (trigger->plugin->HasDialog() != 0) {
-            trigger->plugin->ShowDialog(GetHandle(), project.GetProjectText());
+            trigger->plugin->ShowDialog(NativeWindowOf(this), project.GetProjectText());
             trigger->settings = trigger->plugin->GetParameters(0);
         } else {
             ParametriScheda dialog(this, project, trigger->plugin->GetParameters(0), "Trigger name",

@@ -162,6 +162,8 @@ void ViewFrame::OnMouse(wxMouseEvent& event) {
     if (event.LeftDown()) {
         if (editor.Click(at.x, at.y)) {
             if (Lane* lane = context_.project->GetLane(selectedroi)) {
+                // The source's thread cuts the region under this lock, frame by frame.
+                std::lock_guard<std::mutex> lock(context_.project->lanesmutex);
                 ShapeText::BoundingBox(editor.points, lane->roi);
                 lane->shape = editor.points;
                 context_.Post(EVT_BROADCAST_ROI_UPDATE, 1, 0);
