@@ -459,3 +459,30 @@ TEST_F(RecognitionThreads, FiftyEditsWhileTwoSourcesWithTwoRegionsEachSample) {
     for (int id : regions)
         EXPECT_TRUE(project_.GetLane(id)->lprthread) << id;
 }
+
+TEST_F(RecognitionThreads, ACameraThatLeavesTheFrameIdAloneHasEachFrameReadOnce) {
+    Camera& camera = AddCamera();
+    Lane& lane = AddLane("Lane1", "ScriptLPR");
+    lane.intname = "No Lane";
+    project_.StartLanes();
+    const std::string cameraLibrary = PluginPath("camera", "TestCamera");
+    SetScript(cameraLibrary, "every=5");
+    ClearJournal(cameraLibrary);
+    ClearJournal(Reader());
+    control_.StartSampling(camera);
+    std::this_thread::sleep_for(std::chrono::milliseconds(800));
+    control_.StopSampling(camera);
+    ASSERT_TRUE(WaitFor([&] { return lane.lprthread->QueueLength() == 0; }));
+    SetScript(cameraLibrary, "");
+    auto count = [](const std::string& text, const std::string& what) {
+        size_t n = 0;
+        for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1))
+            ++n;
+        return n;
+    };
+    const size_t issued = count(JournalOf(cameraLibrary), "Issued");
+    const size_t read = count(JournalOf(Reader()), "Process:");
+    ASSERT_GE(issued, 5u);
+    EXPECT_LE(read, issued);  // never a frame twice
+    EXPECT_GE(read, issued / 2);
+}

@@ -1,6 +1,7 @@
 // A board with input pins 1..4 (class 0), 5 (class 1) and output pins 10, 11 (class 2).
 // Inputs can be set from the settings: <PIN1>value<\PIN1> and so on.
 #include <map>
+#include <mutex>
 
 #include "Journal.h"
 #include "corvane/BoardPlugin.h"
@@ -17,7 +18,11 @@ class TestBoard : public BoardPlugin {
     void Close(int reserved) override {
         journal::Note("Close:" + name_ + ":" + std::to_string(reserved));
     }
-    int ReadPin(int pin, int) override { return values_[pin]; }
+    // Pins are read by the board thread and by the window (or a test) at the same time.
+    int ReadPin(int pin, int) override {
+        std::lock_guard<std::mutex> lock(mutex_);
+        return values_[pin];
+    }
     void GetPins(std::vector<std::string>& names, std::vector<int>& ids, int pinClass) override {
         for (const auto& pin : kPins)
             if (pinClass == kPinAll || pinClass == pin.pinClass) {
@@ -28,6 +33,7 @@ class TestBoard : public BoardPlugin {
     void WritePin(int pin, int value) override {
         journal::Note("WritePin:" + name_ + ":" + std::to_string(pin) + "=" +
                       std::to_string(value));
+        std::lock_guard<std::mutex> lock(mutex_);
         values_[pin] = value;
     }
     std::string GetGuiName() override { return "Test Board"; }
@@ -35,6 +41,7 @@ class TestBoard : public BoardPlugin {
     std::string GetParameters(int) override { return "<PIN1>0<\\PIN1>"; }
     void SetParameters(std::string text) override {
         journal::Note("SetParameters:" + text);
+        std::lock_guard<std::mutex> lock(mutex_);
         for (int pin = 1; pin <= 5; ++pin)
             values_[pin] = GetTagInt(text, "PIN" + std::to_string(pin));
     }
@@ -50,7 +57,8 @@ class TestBoard : public BoardPlugin {
     static constexpr Pin kPins[] = {{"IN1", 1, 0}, {"IN2", 2, 0},    {"IN3", 3, 0},   {"IN4", 4, 0},
                                     {"IN5", 5, 1}, {"OUT10", 10, 2}, {"OUT11", 11, 2}};
     std::string name_;
-    std::map<int, int> values_;
+    std::mutex mutex_;
+    std::map<int, int> values_;  // guarded by mutex_
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 // A camera that produces a numbered grey gradient frame on each GetFrame call.
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <vector>
 
 #include "Journal.h"
@@ -32,6 +33,13 @@ class TestCamera : public CameraPlugin {
         *width = w;
         *height = h;
         *format = f;
+        // "every=N": a new frame on every Nth call only; between them the id is left alone, as
+        // the contract allows a camera with nothing new to do.
+        const int every = std::atoi(journal::ScriptValue("every", "1").c_str());
+        if (every > 1 && calls_++ % every != 0)
+            return frame_.data();
+        if (every > 1)
+            journal::Note("Issued");
         *frameId = counter_++;
         return journal::ScriptValue("null", "0") == "1" ? nullptr : frame_.data();
     }
@@ -68,6 +76,7 @@ class TestCamera : public CameraPlugin {
     int width_ = 64;
     int height_ = 48;
     int counter_ = 1;
+    int calls_ = 0;
     std::vector<uint8_t> frame_;
 };
 
