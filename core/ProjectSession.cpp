@@ -128,7 +128,8 @@ bool ProjectSession::LoadProject(const std::string& givenFile) {
 
 bool ProjectSession::OpenDownloaded() {
     project_.prjname = "default";
-    project_.prjdir = "./TempPrj/";
+    // Absolute, as every project folder: plug-ins get their templates by full path.
+    project_.prjdir = WithSlash(platform::AbsolutePath(WithSlash(project_.appdir) + "TempPrj"));
     host_.SetTitle(std::string(kBanner) + " - default");
     if (!platform::SetWorkingDirectory(project_.prjdir)) {
         host_.ShowMessage("Cannot open project");

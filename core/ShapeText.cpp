@@ -46,9 +46,20 @@ bool Blank(const std::string& text) {
 
 std::optional<std::vector<ShapePoint>> Parse(const std::string& text) {
     std::vector<ShapePoint> points;
-    for (const std::string& pointText : Split(text, ';')) {
-        if (Blank(pointText))
-            continue;  // a trailing ";" or the blank behind the last point
+    const std::vector<std::string> pointTexts = Split(text, ';');
+    for (size_t i = 0; i < pointTexts.size(); ++i) {
+        const std::string& pointText = pointTexts[i];
+        // Blanks before the first point and behind the last (a trailing ";") are passed over;
+        // a blank field between two points holds no number and makes the text invalid.
+        if (Blank(pointText)) {
+            const bool pointBefore = !points.empty();
+            const bool pointAfter =
+                std::any_of(pointTexts.begin() + static_cast<long>(i) + 1, pointTexts.end(),
+                            [](const std::string& t) { return !Blank(t); });
+            if (pointBefore && pointAfter)
+                return std::nullopt;
+            continue;
+        }
         const std::vector<std::string> fields = Split(pointText, ',');
         if (fields.size() > 2)
             return std::nullopt;

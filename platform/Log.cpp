@@ -3,12 +3,15 @@
 #include <cstdio>
 #include <cstring>
 #include <mutex>
+#include <shared_mutex>
 
 namespace platform {
 namespace {
 
-std::mutex& SinkMutex() {
-    static std::mutex mutex;
+// Reports hold it shared while they are in the sink; a change of sink holds it alone, so when
+// SetLogSink returns no thread is still inside the sink it replaced.
+std::shared_mutex& SinkMutex() {
+    static std::shared_mutex mutex;
     return mutex;
 }
 
@@ -38,7 +41,7 @@ ScopedLogCapture::~ScopedLogCapture() {
 }
 
 LogSink SetLogSink(LogSink sink) {
-    std::lock_guard<std::mutex> lock(SinkMutex());
+    std::unique_lock<std::shared_mutex> lock(SinkMutex());
     LogSink previous = CurrentSink();
     CurrentSink() = sink ? std::move(sink) : LogSink(WriteToStandardError);
     return previous;
@@ -49,12 +52,8 @@ void Log(LogLevel level, const LogContext& context, const std::string& message) 
         t_capture->messages_.push_back(message);
         return;
     }
-    LogSink sink;
-    {
-        std::lock_guard<std::mutex> lock(SinkMutex());
-        sink = CurrentSink();
-    }
-    sink(level, context, message);
+    std::shared_lock<std::shared_mutex> lock(SinkMutex());
+    CurrentSink()(level, context, message);
 }
 
 const char* BaseName(const char* path) {

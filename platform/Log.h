@@ -17,7 +17,8 @@ struct LogContext {
 
 using LogSink = std::function<void(LogLevel, const LogContext&, const std::string&)>;
 
-// Installs the sink that receives every report and returns the previous one. The default sink
+// Installs the sink that receives every report and returns the previous one, once no report is
+// in the previous sink any more. A sink must not report itself. The default sink
 // writes to the standard error; the window installs one that shows warnings to the operator.
 LogSink SetLogSink(LogSink sink);
 

@@ -26,6 +26,9 @@ TEST(ShapeText, AFieldWithoutANumberOrAThirdNumberIsInvalid) {
     EXPECT_FALSE(ShapeText::Parse("a, 1; 2, 3"));
     EXPECT_FALSE(ShapeText::Parse("1, 2x; 3, 4"));
     EXPECT_FALSE(ShapeText::Parse("1, ; 3, 4"));
+    EXPECT_FALSE(ShapeText::Parse("1,2;;3,4"));  // an empty point between two others
+    EXPECT_FALSE(ShapeText::Parse("1,2; ;3,4;"));
+    EXPECT_TRUE(ShapeText::Parse("1,2;3,4;"));  // a trailing separator
     EXPECT_TRUE(ShapeText::Parse("  10,  20;\t30 , 40 "));
     EXPECT_TRUE(ShapeText::Parse("-5, 20; 30, 40"));
 }
