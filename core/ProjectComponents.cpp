@@ -50,8 +50,9 @@ const ComponentFile kProcessors = {"processors.dat", "Project::LoadProcessor",
                                    "Cannot load processors file", "Project::SaveProcessor",
                                    "Cannot save processors file"};
 
-void Warn(const char* function, const std::string& message) {
-    platform::Log(platform::LogLevel::Warning, {__FILE__, function, __LINE__}, message);
+// The line in the log context is the caller's: the place that found the fault.
+void Warn(const char* function, const std::string& message, int line = __builtin_LINE()) {
+    platform::Log(platform::LogLevel::Warning, {__FILE__, function, line}, message);
 }
 
 // Reads the whole file. Empty when the file is missing (silently) or unreadable (warned).
@@ -75,8 +76,8 @@ std::optional<BinaryReader> OpenComponentFile(const ComponentFile& file,
     return BinaryReader(std::move(bytes));
 }
 
-void ReportDamage(const ComponentFile& file, const std::string& why) {
-    Warn(file.loadFunction, std::string(file.fileName) + " is damaged: " + why);
+void ReportDamage(const ComponentFile& file, const std::string& why, int line = __builtin_LINE()) {
+    Warn(file.loadFunction, std::string(file.fileName) + " is damaged: " + why, line);
 }
 
 // Reads count records with readRecord, which returns false when the data ran out. Records read

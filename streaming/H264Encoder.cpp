@@ -9,7 +9,8 @@ extern "C" {
 #include <libavutil/opt.h>
 }
 
-H264Encoder::H264Encoder(int width, int height, int bitRate) : bitRate_(bitRate) {
+H264Encoder::H264Encoder(int width, int height, int bitRate, int frameRate)
+    : frameRate_(frameRate > 0 ? frameRate : kDefaultFrameRate), bitRate_(bitRate) {
     av_log_set_level(AV_LOG_ERROR);  // libx264's statistics are not for the operator's console
     codec_ = avcodec_find_encoder(AV_CODEC_ID_H264);
     if (codec_ == nullptr) {
@@ -36,7 +37,7 @@ bool H264Encoder::Open(int width, int height) {
     context_->bit_rate = bitRate_;
     context_->width = width;
     context_->height = height;
-    context_->time_base = AVRational{1, 5};
+    context_->time_base = AVRational{1, frameRate_};
     context_->gop_size = 0;
     context_->max_b_frames = 0;
     context_->pix_fmt = AV_PIX_FMT_YUV420P;

@@ -13,7 +13,10 @@ class H264Encoder {
   public:
     static constexpr int kMaxPacket = 300000;  // a larger packet is dropped
 
-    H264Encoder(int width, int height, int bitRate);
+    // frameRate: the pictures a second the producer delivers. It becomes the time base, and so
+    // the rate the parameter sets announce, which players and the session description follow.
+    H264Encoder(int width, int height, int bitRate, int frameRate = kDefaultFrameRate);
+    static constexpr int kDefaultFrameRate = 5;
     ~H264Encoder();
     H264Encoder(const H264Encoder&) = delete;
     H264Encoder& operator=(const H264Encoder&) = delete;
@@ -46,6 +49,7 @@ class H264Encoder {
     AVCodecContext* context_ = nullptr;
     AVFrame* picture_ = nullptr;
     AVPacket* packet_ = nullptr;
+    int frameRate_ = kDefaultFrameRate;
     int bitRate_;
     int width_ = 0;
     int height_ = 0;

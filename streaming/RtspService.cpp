@@ -1,5 +1,7 @@
 #include "RtspService.h"
 
+#include <algorithm>
+
 #include <gst/app/gstappsrc.h>
 #include <gst/gst.h>
 #include <gst/rtsp-server/rtsp-server.h>
@@ -25,16 +27,40 @@ struct RtspService::Stream {
     int intervalBytes = 0;
     uint32_t intervalStart = 0;
     std::vector<uint8_t> packet;
+    // The producer's pace, measured whether or not a client watches, so that an encoder made
+    // for a new client announces the rate its pictures really come at.
+    uint32_t lastPushTick = 0;
+    double pushIntervalMs = 0;
 
+    void NotePush(uint32_t now);
+    int FrameRate() const;
     void PushFrame(const uint8_t* data, int frameWidth, int frameHeight);
 };
 
+void RtspService::Stream::NotePush(uint32_t now) {
+    const double interval = platform::ElapsedTicks(now, lastPushTick);
+    if (lastPushTick != 0 && interval > 0 && interval < 5000)
+        pushIntervalMs = pushIntervalMs <= 0 ? interval : 0.8 * pushIntervalMs + 0.2 * interval;
+    lastPushTick = now;
+}
+
+int RtspService::Stream::FrameRate() const {
+    if (pushIntervalMs <= 0)
+        return H264Encoder::kDefaultFrameRate;
+    const int rate = static_cast<int>(1000.0 / pushIntervalMs + 0.5);
+    return std::max(1, std::min(rate, 60));
+}
+
 namespace {
 
+// Every picture is an intra picture that carries its own parameter sets in band, in front of
+// its slices. Nothing downstream may insert them again: the parser and the payloader do so in
+// front of every IDR slice, which puts parameter sets between the slices of one picture and
+// makes FFmpeg-based players decode each half as a picture of its own.
 constexpr const char* kLaunch =
     "( appsrc name=src is-live=true format=time do-timestamp=true "
     "caps=video/x-h264,stream-format=byte-stream,alignment=au "
-    "! h264parse config-interval=-1 ! rtph264pay name=pay0 pt=96 config-interval=-1 )";
+    "! h264parse ! rtph264pay name=pay0 pt=96 )";
 
 void OnUnprepared(GstRTSPMedia*, gpointer data) {
     auto* stream = static_cast<RtspService::Stream*>(data);
@@ -71,7 +97,7 @@ std::string MountPath(const std::string& name) {
 
 void RtspService::Stream::PushFrame(const uint8_t* data, int frameWidth, int frameHeight) {
     if (!encoder)
-        encoder = std::make_unique<H264Encoder>(width, height, bitrate);
+        encoder = std::make_unique<H264Encoder>(width, height, bitrate, FrameRate());
     // The earlier frame has not left yet: this one is dropped unencoded.
     const guint64 waiting = gst_app_src_get_current_level_bytes(GST_APP_SRC(source));
     if (waiting > 0)
@@ -253,6 +279,7 @@ void RtspService::PushStreamFrame(const uint8_t* data, int width, int height,
     if (!stream)
         return;
     std::lock_guard<std::mutex> lock(stream->mutex);
+    stream->NotePush(platform::GetTickCount());
     if (stream->alive && stream->source != nullptr)
         stream->PushFrame(data, width, height);
 }

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstdio>
+#include <cstdlib>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -128,4 +129,31 @@ TEST(RtspService, ATakenPortLeavesTheServiceWaitingAndStreamsUnlisted) {
     service.StopAllStreams();  // ends the waiting thread at once
     EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::milliseconds(500));
     ::close(blocker);
+}
+
+TEST(RtspService, FfmpegDecodesEveryPictureWholeAtTheRealRateOverTcpAndUdp) {
+    // A picture of several slices (x264's sliced threads at 1280x720) must leave as one access
+    // unit, parameter sets in front of it only, or FFmpeg-based players split it in two.
+    RtspService service("127.0.0.1", TestPort());
+    service.Start();
+    ASSERT_TRUE(WaitRunning(service));
+    service.AddStream("Wide", 2000000);
+    StreamProducer producer(service, "Wide", 1280, 720);
+    const std::string url = "rtsp://127.0.0.1:" + std::to_string(TestPort()) + "/Wide";
+    // The stream announces the rate its pictures come at (the producer's, about 10 a second).
+    const std::string discovered = CommandOutput("timeout 30 gst-discoverer-1.0 -v -t 20 " + url);
+    const size_t rate = discovered.find("Frame rate: ");
+    ASSERT_NE(rate, std::string::npos) << discovered;
+    const int framesPerSecond = std::atoi(discovered.c_str() + rate + 12);
+    EXPECT_GE(framesPerSecond, 8) << discovered.substr(rate, 30);
+    EXPECT_LE(framesPerSecond, 11) << discovered.substr(rate, 30);
+    for (const char* transport : {"tcp", "udp"}) {
+        const std::string log =
+            CommandOutput(std::string("timeout 40 ffmpeg -nostdin -v warning -rtsp_transport ") +
+                          transport + " -i " + url + " -frames:v 30 -f null - ");
+        SCOPED_TRACE(transport);
+        EXPECT_EQ(log.find("non monotonically increasing dts"), std::string::npos) << log;
+        EXPECT_EQ(log.find("concealing"), std::string::npos) << log;
+        EXPECT_EQ(log.find("error while decoding"), std::string::npos) << log;
+    }
 }

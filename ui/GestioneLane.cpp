@@ -138,12 +138,13 @@ bool GestioneLane::OnModifyLane() {
         return Fail("ROI Name needs to be unique");
     if (lane.id < 0)
         return Fail("ID not specified");
-    for (const Lane& other : project.lanes) {
+    // Every region's id first, then every region's name: an id clash is reported first.
+    for (const Lane& other : project.lanes)
         if (&other != record && other.id == lane.id)
             return Fail("Id already exists");
+    for (const Lane& other : project.lanes)
         if (&other != record && other.name == lane.name)
             return Fail("Name already exists");
-    }
     const auto shape = ShapeText::Parse(LaneGrid::Text(grid_, "Shape"));
     if (!shape)
         return Fail("ROI shape not valid");
