@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <memory>
 
 #include "H264Encoder.h"
 #include "platform/Ticks.h"
@@ -62,8 +63,25 @@ constexpr const char* kLaunch =
     "caps=video/x-h264,stream-format=byte-stream,alignment=au "
     "! h264parse ! rtph264pay name=pay0 pt=96 )";
 
+using StreamRef = std::shared_ptr<RtspService::Stream>;
+
+// GLib objects call back with a stream long after the service may have let it go: a media is
+// unprepared when its last client leaves, on the server's threads, even after the service is
+// gone. Each connection therefore holds a reference of its own, released with the connection.
+gpointer HoldStream(const StreamRef& stream) {
+    return std::make_unique<StreamRef>(stream).release();
+}
+
+void ReleaseStream(gpointer data, GClosure*) {
+    std::unique_ptr<StreamRef> held(static_cast<StreamRef*>(data));
+}
+
+RtspService::Stream* StreamOf(gpointer data) {
+    return static_cast<StreamRef*>(data)->get();
+}
+
 void OnUnprepared(GstRTSPMedia*, gpointer data) {
-    auto* stream = static_cast<RtspService::Stream*>(data);
+    RtspService::Stream* stream = StreamOf(data);
     std::lock_guard<std::mutex> lock(stream->mutex);
     stream->alive = false;
     if (stream->source != nullptr)
@@ -73,11 +91,13 @@ void OnUnprepared(GstRTSPMedia*, gpointer data) {
 }
 
 void OnMediaConfigure(GstRTSPMediaFactory*, GstRTSPMedia* media, gpointer data) {
-    auto* stream = static_cast<RtspService::Stream*>(data);
+    RtspService::Stream* stream = StreamOf(data);
     GstElement* element = gst_rtsp_media_get_element(media);
     GstElement* source = gst_bin_get_by_name_recurse_up(GST_BIN(element), "src");
     gst_object_unref(element);
-    g_signal_connect(media, "unprepared", G_CALLBACK(OnUnprepared), stream);
+    g_signal_connect_data(media, "unprepared", G_CALLBACK(OnUnprepared),
+                          HoldStream(*static_cast<StreamRef*>(data)), ReleaseStream,
+                          static_cast<GConnectFlags>(0));
     std::lock_guard<std::mutex> lock(stream->mutex);
     if (stream->source != nullptr)
         gst_object_unref(stream->source);
@@ -221,7 +241,8 @@ void RtspService::AddStream(const std::string& name, int bitrate) {
     GstRTSPMediaFactory* factory = gst_rtsp_media_factory_new();
     gst_rtsp_media_factory_set_launch(factory, kLaunch);
     gst_rtsp_media_factory_set_shared(factory, TRUE);
-    g_signal_connect(factory, "media-configure", G_CALLBACK(OnMediaConfigure), stream.get());
+    g_signal_connect_data(factory, "media-configure", G_CALLBACK(OnMediaConfigure),
+                          HoldStream(stream), ReleaseStream, static_cast<GConnectFlags>(0));
     GstRTSPMountPoints* mounts = gst_rtsp_server_get_mount_points(server_);
     gst_rtsp_mount_points_add_factory(mounts, MountPath(name).c_str(), factory);
     g_object_unref(mounts);
