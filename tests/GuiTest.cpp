@@ -187,6 +187,10 @@ TEST(DesktopProgram, AnOperatorSessionFromNewProjectToReopening) {
     EXPECT_FALSE(frame->GetMenuBar()->IsEnabledTop(1));
     EXPECT_TRUE(frame->GetMenuBar()->IsEnabled(ID_NEWPROJECT));
     EXPECT_FALSE(frame->GetMenuBar()->IsEnabled(ID_SAVEPROJECT));
+    // Plug-ins get the toolkit's own windows, which they may cast back to parent a dialog.
+    EXPECT_EQ(static_cast<wxWindow*>(project.mainwindow), frame);
+    ASSERT_NE(project.viewer, nullptr);
+    EXPECT_TRUE(static_cast<wxWindow*>(project.viewer)->IsKindOf(wxCLASSINFO(wxWindow)));
 
     // File > New Project: the project dialog names it and its site.
     dialogs.project = [&](NewPrjDialog& dialog) {

@@ -305,6 +305,13 @@ TEST_F(RecognitionThreads, SettingsAreForcedIntoRangeOnTheWayUp) {
     LaneControl::CorrectLaneSettings(lane);
     EXPECT_EQ(lane.MinCar, 11);
     EXPECT_EQ(lane.MaxCar, 22);
+    // A buffer length typed with a zero too many does not reach the thread.
+    lane.BufferLen = 500;
+    LaneControl::CorrectLaneSettings(lane);
+    EXPECT_EQ(lane.BufferLen, Lane::kMaxBufferLen);
+    lane.BufferLen = 5;
+    LaneControl::CorrectLaneSettings(lane);
+    EXPECT_EQ(lane.BufferLen, 5);
 }
 
 TEST_F(RecognitionThreads, StreamsComeUpBeforeTheirThreadsAndGoAfter) {
