@@ -256,7 +256,8 @@ TEST(SoapThread, AnswersTheOperationsWithContentAndSurvivesBadRequests) {
 
     const auto started = std::chrono::steady_clock::now();
     soap.Delete();
-    EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::milliseconds(1500));
+    // The accept wakes every 100 ms: an edit that stops the device fronts waits no longer.
+    EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::milliseconds(600));
 }
 
 TEST(OnvifClient, DiscoversTheDeviceReadsItAndPlaysItsStream) {
