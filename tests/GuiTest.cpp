@@ -568,6 +568,15 @@ TEST(DesktopProgram, TheTemplatesManagerMovesCountriesAndSavesTheirUse) {
     const std::string kept = dialog.Available()[0].utf8_str().data();
     for (const PlateTemplate& plate : saved.templates)
         EXPECT_EQ(plate.use, plate.isoCountry == kept ? 1 : 0) << plate.isoCountry;
+
+    // A threshold that is no percentage is refused, and nothing is written.
+    const std::string before = ReadFileText(dialog.FilePath());
+    dialog.DiscardThreshold()->ChangeValue("250");
+    window.dialogs.answers = {{"Save changes?", wxID_YES}};
+    LogCapture refusal;
+    dialog.AskAndSave();
+    EXPECT_TRUE(refusal.Contains("Thresholds are percentages from 0 to 100"));
+    EXPECT_EQ(ReadFileText(dialog.FilePath()), before);
 }
 
 TEST(DesktopProgram, ThePolygonEditorTakesTheImageEdgesAndClosesOnTheFirstPoint) {

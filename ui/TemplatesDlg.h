@@ -25,6 +25,7 @@ class TemplatesDlg : public wxDialog {
     const wxArrayString& Available() const { return available; }
     const wxArrayString& Used() const { return used; }
     std::string FilePath() const;
+    wxTextCtrl* DiscardThreshold() const { return discardPerc_; }
 
     TemplateSet templateSet;
     wxArrayString available;
