@@ -2,6 +2,7 @@
 // anything it could not open as it was saved is named, and the check touches nothing else.
 #include <gtest/gtest.h>
 
+#include "SavedSite.h"
 #include "TestSupport.h"
 #include "core/Project.h"
 #include "core/ProjectCheck.h"
@@ -9,31 +10,6 @@
 #include "platform/FileSystem.h"
 
 namespace {
-
-// Saves a project with a source, a board and a region reading with lprLibrary into folder.
-void SaveProject(const std::string& folder, const std::string& lprLibrary) {
-    Project project;
-    project.appdir = AppDir();
-    project.prjname = "site";
-    {
-        platform::ScopedWorkingDirectory inApp(AppDir());
-        Camera camera;
-        camera.name = "Cam";
-        camera.id = 1;
-        camera.plugin = project.cameraplugins.CreateCamera("TestCamera");
-        project.cameras.Add(camera);
-        project.AddBoard("IO", "TestBoard", "", 1);
-    }
-    Lane lane;
-    lane.name = "L1";
-    lane.id = 1;
-    lane.camname = "Cam";
-    lane.lprlib = lprLibrary;
-    project.lanes.Add(lane);
-    platform::ScopedWorkingDirectory inFolder(folder);
-    project.SaveComponents();
-    ASSERT_TRUE(WriteProjectFile("site.tlr", project));
-}
 
 bool Mentions(const std::vector<std::string>& problems, const std::string& fragment) {
     for (const auto& problem : problems)
@@ -46,7 +22,7 @@ bool Mentions(const std::vector<std::string>& problems, const std::string& fragm
 
 TEST(ProjectCheck, ASavedProjectPassesAndTheCheckChangesNothingAroundIt) {
     TempDir folder;
-    SaveProject(folder.Path(), "TestLPR");
+    SaveSite(folder.Path(), "site", "Checked");
     const std::string before = platform::GetWorkingDirectory();
     LogCapture log;
     EXPECT_EQ(CheckProject(folder.Path(), "site.tlr", AppDir()), std::vector<std::string>{});
@@ -56,11 +32,11 @@ TEST(ProjectCheck, ASavedProjectPassesAndTheCheckChangesNothingAroundIt) {
 
 TEST(ProjectCheck, NamesAMissingPluginADamagedOrEmptyFileAndAMissingOne) {
     TempDir folder;
-    SaveProject(folder.Path(), "NoSuchReader");
+    SaveSite(folder.Path(), "site", "Checked", "NoSuchReader");
     auto problems = CheckProject(folder.Path(), "site.tlr", AppDir());
     EXPECT_TRUE(Mentions(problems, "plug-in ./plugin/lpr/NoSuchReader.dll is not installed"));
 
-    SaveProject(folder.Path(), "TestLPR");
+    SaveSite(folder.Path(), "site", "Checked");
     auto lanes = ReadFileBytes(folder.File("lanes.dat"));
     lanes.resize(lanes.size() - 3);
     WriteFileBytes(folder.File("lanes.dat"), lanes);

@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include "SavedSite.h"
 #include "TestSupport.h"
 #include "core/EventQueue.h"
 #include "core/Project.h"
@@ -30,31 +31,6 @@
 namespace {
 
 using namespace std::chrono_literals;
-
-// A whole project as the workstation saves it: a source and a region on the test plug-ins.
-void SaveSite(const std::string& folder, const std::string& name, const std::string& place) {
-    Project project;
-    project.appdir = AppDir();
-    project.prjname = name;
-    project.place.placename = place;
-    {
-        platform::ScopedWorkingDirectory inApp(AppDir());
-        Camera camera;
-        camera.name = "Cam";
-        camera.id = 1;
-        camera.plugin = project.cameraplugins.CreateCamera("TestCamera");
-        project.cameras.Add(camera);
-    }
-    Lane lane;
-    lane.name = "L1";
-    lane.id = 1;
-    lane.camname = "Cam";
-    lane.lprlib = "TestLPR";
-    project.lanes.Add(lane);
-    platform::ScopedWorkingDirectory inFolder(folder);
-    project.SaveComponents();
-    WriteProjectFile(name + ".tlr", project);
-}
 
 // A runtime's transfer server on 127.0.0.1:14400 that checks uploads as the program does.
 struct Runtime {

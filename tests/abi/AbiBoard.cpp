@@ -2,15 +2,8 @@
 #include <string>
 #include <vector>
 
+#include "AbiJournal.h"
 #include "corvane/BoardPlugin.h"
-
-static std::string journal;
-extern "C" const char* AbiJournal() {
-    return journal.c_str();
-}
-static void Note(const std::string& entry) {
-    journal += entry + "\n";
-}
 
 class AbiBoard : public BoardPlugin {
   public:

@@ -2,15 +2,8 @@
 // what it was given.
 #include <string>
 
+#include "AbiJournal.h"
 #include "corvane/CameraPlugin.h"
-
-static std::string journal;
-extern "C" const char* AbiJournal() {
-    return journal.c_str();
-}
-static void Note(const std::string& entry) {
-    journal += entry + "\n";
-}
 
 class AbiCamera : public CameraPlugin {
   public:

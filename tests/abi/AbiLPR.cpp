@@ -3,15 +3,8 @@
 
 #include <string>
 
+#include "AbiJournal.h"
 #include "corvane/LPRPlugin.h"
-
-static std::string journal;
-extern "C" const char* AbiJournal() {
-    return journal.c_str();
-}
-static void Note(const std::string& entry) {
-    journal += entry + "\n";
-}
 
 class AbiLPR : public LPRPlugin {
   public:

@@ -1,15 +1,8 @@
 // A post processor built by the ABI test from the public headers alone.
 #include <string>
 
+#include "AbiJournal.h"
 #include "corvane/PostProcessorPlugin.h"
-
-static std::string journal;
-extern "C" const char* AbiJournal() {
-    return journal.c_str();
-}
-static void Note(const std::string& entry) {
-    journal += entry + "\n";
-}
 
 class AbiProcessor : public PostProcessorPlugin {
   public:
