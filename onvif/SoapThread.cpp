@@ -8,6 +8,26 @@
 #include "soapEventService.h"
 #include "soapMediaService.h"
 
+namespace {
+
+// Called once a request's header is read; what is left of it is the answer's header. A client's
+// WS-Security token is read and ignored (the device has no authentication), and of its
+// WS-Addressing headers the message id comes back as RelatesTo; nothing else is echoed.
+int AnswerHeader(struct soap* context) {
+    SOAP_ENV__Header* header = context->header;
+    if (header == nullptr)
+        return SOAP_OK;
+    std::string* messageId = header->wsa5__MessageID;
+    soap_default_SOAP_ENV__Header(context, header);
+    if (messageId != nullptr)
+        header->wsa5__RelatesTo = messageId;
+    else
+        context->header = nullptr;
+    return SOAP_OK;
+}
+
+}  // namespace
+
 SoapThread::SoapThread(std::string name, int port, int bitrate, std::string bindAddress)
     : bindAddress_(std::move(bindAddress)) {
     data_.name = std::move(name);
@@ -66,6 +86,7 @@ void SoapThread::Entry() {
     context->recv_timeout = kIoTimeoutSeconds;
     context->send_timeout = kIoTimeoutSeconds;
     context->user = &served_;
+    context->fheader = AnswerHeader;
     if (Bind(context)) {
         serving_ = true;
         Serve(context);

@@ -76,6 +76,42 @@
 //gsoap ns9 schema elementForm: qualified
 //gsoap wsnt schema namespace: http://docs.oasis-open.org/wsn/b-2
 //gsoap wsnt schema elementForm: qualified
+//gsoap wsse schema namespace: http://docs.oasis-open.org/wss/2004/01/oasis-200401-wss-wssecurity-secext-1.0.xsd
+//gsoap wsse schema elementForm: qualified
+//gsoap wsu schema namespace: http://docs.oasis-open.org/wss/2004/01/oasis-200401-wss-wssecurity-utility-1.0.xsd
+//gsoap wsu schema elementForm: qualified
+//gsoap wsa schema namespace: http://schemas.xmlsoap.org/ws/2004/08/addressing
+//gsoap wsa schema elementForm: qualified
+//gsoap wsdd schema namespace: http://schemas.xmlsoap.org/ws/2005/04/discovery
+//gsoap wsdd schema elementForm: qualified
+//gsoap dn schema namespace: http://www.onvif.org/ver10/network/wsdl
+//gsoap dn schema elementForm: qualified
+//gsoap tr2 schema namespace: http://www.onvif.org/ver20/media/wsdl
+//gsoap tr2 schema elementForm: qualified
+//gsoap tan schema namespace: http://www.onvif.org/ver20/analytics/wsdl
+//gsoap tan schema elementForm: qualified
+//gsoap tad schema namespace: http://www.onvif.org/ver10/analyticsdevice/wsdl
+//gsoap tad schema elementForm: qualified
+//gsoap tmd schema namespace: http://www.onvif.org/ver10/deviceIO/wsdl
+//gsoap tmd schema elementForm: qualified
+//gsoap trc schema namespace: http://www.onvif.org/ver10/recording/wsdl
+//gsoap trc schema elementForm: qualified
+//gsoap tse schema namespace: http://www.onvif.org/ver10/search/wsdl
+//gsoap tse schema elementForm: qualified
+//gsoap trp schema namespace: http://www.onvif.org/ver10/replay/wsdl
+//gsoap trp schema elementForm: qualified
+//gsoap trv schema namespace: http://www.onvif.org/ver10/receiver/wsdl
+//gsoap trv schema elementForm: qualified
+//gsoap ter schema namespace: http://www.onvif.org/ver10/error
+//gsoap ter schema elementForm: qualified
+//gsoap tns1 schema namespace: http://www.onvif.org/ver10/topics
+//gsoap tns1 schema elementForm: qualified
+//gsoap xmime5 schema namespace: http://www.w3.org/2005/05/xmlmime
+//gsoap xmime5 schema elementForm: qualified
+//gsoap ds schema namespace: http://www.w3.org/2000/09/xmldsig#
+//gsoap ds schema elementForm: qualified
+//gsoap xenc schema namespace: http://www.w3.org/2001/04/xmlenc#
+//gsoap xenc schema elementForm: qualified
 
 #import "stlvector.h"
 
@@ -154,6 +190,20 @@ class _trt__GetProfiles { };
 class _trt__GetProfilesResponse { std::vector<tt__Profile*> Profiles 0; };
 class _trt__GetStreamUri { std::string ProfileToken 0; };
 class _trt__GetStreamUriResponse { tt__MediaUri* MediaUri 1; };
+
+
+class wsa5__EndpointReferenceType { xsd__anyURI Address 0; _XML __any; };
+class _wsse__Security { _XML __any; };
+struct SOAP_ENV__Header {
+    std::string* wsa5__MessageID 0;
+    std::string* wsa5__RelatesTo 0;
+    wsa5__EndpointReferenceType* wsa5__From 0;
+    wsa5__EndpointReferenceType* wsa5__ReplyTo 0;
+    wsa5__EndpointReferenceType* wsa5__FaultTo 0;
+    std::string* wsa5__To 0;
+    std::string* wsa5__Action 0;
+    _wsse__Security* wsse__Security 0;
+};
 
 class _tds__GetServices { };
 class _tds__GetServicesResponse {  };

@@ -177,6 +177,33 @@ std::string SoapRequest(const std::string& body) {
            std::to_string(envelope.size()) + "\r\n\r\n" + envelope;
 }
 
+// A request as mainstream ONVIF clients send it: a WS-Security UsernameToken (plain or digest)
+// and WS-Addressing headers, each marked as one the device must understand.
+std::string SoapRequestWithHeaders(const std::string& body, const std::string& passwordType) {
+    const std::string envelope =
+        "<s:Envelope xmlns:s=\"http://www.w3.org/2003/05/soap-envelope\" "
+        "xmlns:a=\"http://www.w3.org/2005/08/addressing\"><s:Header>"
+        "<a:Action s:mustUnderstand=\"1\">http://www.onvif.org/ver10/device/wsdl/"
+        "GetDeviceInformation</a:Action>"
+        "<a:MessageID>urn:uuid:6b3f0c1e-0f6e-4d39-9a53-5a0d2b6f3c11</a:MessageID>"
+        "<a:ReplyTo><a:Address>http://www.w3.org/2005/08/addressing/anonymous</a:Address>"
+        "</a:ReplyTo><a:To s:mustUnderstand=\"1\">http://127.0.0.1/onvif/device_service</a:To>"
+        "<Security s:mustUnderstand=\"1\" xmlns=\"http://docs.oasis-open.org/wss/2004/01/"
+        "oasis-200401-wss-wssecurity-secext-1.0.xsd\"><UsernameToken><Username>admin</Username>"
+        "<Password Type=\"http://docs.oasis-open.org/wss/2004/01/oasis-200401-wss-username-"
+        "token-profile-1.0#" +
+        passwordType +
+        "\">c2VjcmV0</Password><Nonce EncodingType=\"http://docs.oasis-open.org/wss/2004/01/"
+        "oasis-200401-wss-soap-message-security-1.0#Base64Binary\">bm9uY2U=</Nonce>"
+        "<Created xmlns=\"http://docs.oasis-open.org/wss/2004/01/oasis-200401-wss-wssecurity-"
+        "utility-1.0.xsd\">2026-11-23T10:00:00Z</Created></UsernameToken></Security>"
+        "</s:Header><s:Body>" +
+        body + "</s:Body></s:Envelope>";
+    return "POST /onvif/device_service HTTP/1.1\r\nHost: 127.0.0.1\r\n"
+           "Content-Type: application/soap+xml\r\nContent-Length: " +
+           std::to_string(envelope.size()) + "\r\n\r\n" + envelope;
+}
+
 bool WaitServing(const SoapThread& soap) {
     for (int i = 0; i < 200 && !soap.Serving(); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -258,6 +285,31 @@ TEST(SoapThread, AnswersTheOperationsWithContentAndSurvivesBadRequests) {
     soap.Delete();
     // The accept wakes every 100 ms: an edit that stops the device fronts waits no longer.
     EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::milliseconds(600));
+}
+
+TEST(SoapThread, UnderstandsWsSecurityAndWsAddressingHeadersAndRelatesItsAnswer) {
+    const int port = TestPort() + 2;
+    SoapThread soap("Gate1", port, 400000, "127.0.0.1");
+    soap.SetAddresses({"127.0.0.1"});
+    soap.Run();
+    ASSERT_TRUE(WaitServing(soap));
+    for (const char* type : {"PasswordText", "PasswordDigest"}) {
+        const std::string answer = Exchange(
+            port,
+            SoapRequestWithHeaders(
+                "<GetDeviceInformation xmlns=\"http://www.onvif.org/ver10/device/wsdl\"/>", type));
+        SCOPED_TRACE(type);
+        EXPECT_NE(answer.find("200 OK"), std::string::npos) << answer;
+        EXPECT_NE(answer.find("GetDeviceInformationResponse"), std::string::npos) << answer;
+        EXPECT_EQ(answer.find("Fault"), std::string::npos) << answer;
+        // The answer says which request it relates to.
+        EXPECT_NE(answer.find("RelatesTo>urn:uuid:6b3f0c1e-0f6e-4d39-9a53-5a0d2b6f3c11<"),
+                  std::string::npos)
+            << answer;
+        // The token is not echoed back.
+        EXPECT_EQ(answer.find("UsernameToken"), std::string::npos) << answer;
+    }
+    soap.Delete();
 }
 
 TEST(OnvifClient, DiscoversTheDeviceReadsItAndPlaysItsStream) {

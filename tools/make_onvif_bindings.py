@@ -111,7 +111,43 @@ SCHEMAS = [
     ("ns8", "http://www.onvif.org/ver10/events/wsdl/CreatePullPointBinding"),
     ("ns9", "http://www.onvif.org/ver10/events/wsdl/PausableSubscriptionManagerBinding"),
     ("wsnt", "http://docs.oasis-open.org/wsn/b-2"),
+    # Namespaces that mainstream clients declare in their requests and headers.
+    ("wsse", "http://docs.oasis-open.org/wss/2004/01/oasis-200401-wss-wssecurity-secext-1.0.xsd"),
+    ("wsu", "http://docs.oasis-open.org/wss/2004/01/oasis-200401-wss-wssecurity-utility-1.0.xsd"),
+    ("wsa", "http://schemas.xmlsoap.org/ws/2004/08/addressing"),
+    ("wsdd", "http://schemas.xmlsoap.org/ws/2005/04/discovery"),
+    ("dn", "http://www.onvif.org/ver10/network/wsdl"),
+    ("tr2", "http://www.onvif.org/ver20/media/wsdl"),
+    ("tan", "http://www.onvif.org/ver20/analytics/wsdl"),
+    ("tad", "http://www.onvif.org/ver10/analyticsdevice/wsdl"),
+    ("tmd", "http://www.onvif.org/ver10/deviceIO/wsdl"),
+    ("trc", "http://www.onvif.org/ver10/recording/wsdl"),
+    ("tse", "http://www.onvif.org/ver10/search/wsdl"),
+    ("trp", "http://www.onvif.org/ver10/replay/wsdl"),
+    ("trv", "http://www.onvif.org/ver10/receiver/wsdl"),
+    ("ter", "http://www.onvif.org/ver10/error"),
+    ("tns1", "http://www.onvif.org/ver10/topics"),
+    ("xmime5", "http://www.w3.org/2005/05/xmlmime"),
+    ("ds", "http://www.w3.org/2000/09/xmldsig#"),
+    ("xenc", "http://www.w3.org/2001/04/xmlenc#"),
 ]
+
+# The SOAP headers clients send. The device has no authentication: a WS-Security token is read
+# and ignored; WS-Addressing is understood, and the answer carries RelatesTo.
+HEADERS = """
+class wsa5__EndpointReferenceType { xsd__anyURI Address 0; _XML __any; };
+class _wsse__Security { _XML __any; };
+struct SOAP_ENV__Header {
+    std::string* wsa5__MessageID 0;
+    std::string* wsa5__RelatesTo 0;
+    wsa5__EndpointReferenceType* wsa5__From 0;
+    wsa5__EndpointReferenceType* wsa5__ReplyTo 0;
+    wsa5__EndpointReferenceType* wsa5__FaultTo 0;
+    std::string* wsa5__To 0;
+    std::string* wsa5__Action 0;
+    _wsse__Security* wsse__Security 0;
+};
+"""
 
 TYPES = """
 typedef std::string xsd__anyURI;
@@ -209,7 +245,7 @@ def header():
     for prefix, namespace in SCHEMAS:
         lines += [f"//gsoap {prefix} schema namespace: {namespace}",
                   f"//gsoap {prefix} schema elementForm: qualified"]
-    lines += ["", "#import \"stlvector.h\"", TYPES]
+    lines += ["", "#import \"stlvector.h\"", TYPES, HEADERS]
     for prefix, _, _, _ in SERVICES:
         for op in EMPTY[prefix]:
             nil = REQUIRED_NIL.get((prefix, op), "")
