@@ -169,6 +169,9 @@ bool ProjectSession::CloseProject() {
     project_.CloseAll();
     project_.ClearAll();
     project_.prjopen = 0;
+    // The views show nothing of the closed project.
+    project_.camframes.Clear();
+    project_.roiframes.Clear();
     host_.RefreshLists();
     {
         std::lock_guard<std::mutex> lock(project_.selectionmutex);
@@ -180,9 +183,14 @@ bool ProjectSession::CloseProject() {
     return true;
 }
 
-bool ProjectSession::ExportProject(const std::string& chosenFolder) {
+bool ProjectSession::ExportProject(const std::function<std::string()>& chooseFolder) {
     StopWork();
     bool exported = false;
+    const std::string chosenFolder = chooseFolder();
+    if (chosenFolder.empty()) {
+        RestartWork();
+        return false;
+    }
     const std::string destination = WithSlash(WithSlash(chosenFolder) + "project");
     bool ready = true;
     if (platform::DirectoryExists(destination)) {
@@ -208,8 +216,10 @@ bool ProjectSession::ExportProject(const std::string& chosenFolder) {
 }
 
 bool ProjectSession::ImportProject(const std::string& projectFile) {
-    if (!host_.AskYesNo("Import project, current cameras and ROI will be deleted, continue?"))
-        return false;
+    return host_.AskYesNo(kImportQuestion) && ImportConfirmed(projectFile);
+}
+
+bool ProjectSession::ImportConfirmed(const std::string& projectFile) {
     if (!platform::FileExists(projectFile)) {
         host_.ShowMessage("Project file does not exist");
         return false;

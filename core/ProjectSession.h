@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <string>
 
 class Project;
@@ -23,6 +24,8 @@ class ProjectHost {
 class ProjectSession {
   public:
     static constexpr const char* kBanner = "Halvern - Corvane Suite 1.17.2";
+    static constexpr const char* kImportQuestion =
+        "Import project, current cameras and ROI will be deleted, continue?";
 
     ProjectSession(Project& project, ProjectHost& host) : project_(project), host_(host) {}
 
@@ -37,8 +40,16 @@ class ProjectSession {
     bool LoadProject(const std::string& projectFile);
     void SaveCurrent();
     bool CloseProject();
-    bool ExportProject(const std::string& chosenFolder);
+    // Stops the work, then asks chooseFolder for the destination (empty: cancelled), exports,
+    // and starts the work again either way.
+    bool ExportProject(const std::function<std::string()>& chooseFolder);
+    bool ExportProject(const std::string& chosenFolder) {
+        return ExportProject([&chosenFolder] { return chosenFolder; });
+    }
+    // Asks kImportQuestion, then imports.
     bool ImportProject(const std::string& projectFile);
+    // The import once the operator said Yes.
+    bool ImportConfirmed(const std::string& projectFile);
     // Opens "./TempPrj/" after a completed download, as the project "default".
     bool OpenDownloaded();
 

@@ -205,6 +205,9 @@ TEST(DesktopProgram, AnOperatorSessionFromNewProjectToReopening) {
     EXPECT_EQ(frame->GetTitle(), "Halvern - Corvane Suite 1.17.2 - crossing");
     EXPECT_TRUE(frame->GetMenuBar()->IsEnabledTop(1));
     EXPECT_EQ(project.place.placename, "North");
+    // A new project leaves Download and Upload as they were at start.
+    EXPECT_TRUE(frame->GetMenuBar()->IsEnabled(ID_DOWNLOADPROJECT));
+    EXPECT_FALSE(frame->GetMenuBar()->IsEnabled(ID_UPLOADPROJECT));
 
     // A gate from the Lanes pane, configured in the generic settings dialog.
     dialogs.settings = [](ParametriScheda& dialog) {
@@ -328,7 +331,10 @@ TEST(DesktopProgram, AnOperatorSessionFromNewProjectToReopening) {
     EXPECT_EQ(project.prjopen, 0);
     EXPECT_TRUE(project.cameras.IsEmpty());
     EXPECT_EQ(frame->Readings()->List()->GetItemCount(), 0);
-    EXPECT_EQ(frame->GetTitle(), "Halvern - Corvane Suite 1.17.2");
+    // The title stays as it was; the views and the region grid keep nothing of the project.
+    EXPECT_EQ(frame->GetTitle(), "Halvern - Corvane Suite 1.17.2 - crossing");
+    EXPECT_EQ(project.camframes.Latest(), nullptr);
+    EXPECT_EQ(project.roiframes.Latest(), nullptr);
 
     // Load Project finds everything again, the drawn polygon included. (The native file chooser
     // cannot be filled without being shown: the test opens the file the operator would pick.)

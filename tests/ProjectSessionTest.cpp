@@ -128,6 +128,20 @@ TEST_F(Sessions, ExportWritesDefaultTlrWhateverTheProjectIsCalled) {
     project.StopBoardThread();
 }
 
+TEST_F(Sessions, ExportStopsTheWorkBeforeTheFolderIsChosenAndACancelStartsItAgain) {
+    ASSERT_TRUE(session.NewProject(sites.Path(), "Depot"));
+    AddComponents();
+    bool stoppedWhenAsked = false;
+    EXPECT_FALSE(session.ExportProject([&] {
+        stoppedWhenAsked = project.boardthread == nullptr;
+        return std::string();  // the operator cancels the folder dialog
+    }));
+    EXPECT_TRUE(stoppedWhenAsked);
+    EXPECT_NE(project.boardthread, nullptr);
+    EXPECT_TRUE(host.questions.empty());
+    project.StopBoardThread();
+}
+
 TEST_F(Sessions, ImportReplacesComponentsButKeepsTheSiteIdentity) {
     ASSERT_TRUE(session.NewProject(sites.Path(), "Source"));
     project.place.placename = "Source site";

@@ -53,6 +53,9 @@ void GestioneLane::Refill() {
     grid_->Enable(false);
     save_->Enable(false);
     remove_->Enable(false);
+    // A closed project leaves nothing of its regions behind in the grid.
+    if (context_.project->prjopen == 0)
+        LaneGrid::Fill(grid_, *context_.project, Lane());
     for (const Lane& lane : context_.project->lanes) {
         const long row = list_->InsertItem(list_->GetItemCount(), wxString::Format("%d", lane.id));
         list_->SetItemData(row, lane.id);

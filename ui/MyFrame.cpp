@@ -247,8 +247,10 @@ void MyFrame::BuildPanes() {
     auimanager.Update();
 }
 
+// From the working directory: the application folder at start, the project's folder during an
+// open (a project folder without layout.ini keeps the present layout).
 void MyFrame::LoadPerspective() {
-    const auto layout = LoadLayout(platform::NativePath(startdir + "/" + kLayoutFile));
+    const auto layout = LoadLayout(kLayoutFile);
     if (!layout)
         return;
     auimanager.LoadPerspective(wxString::FromUTF8(layout->perspective), true);
@@ -321,8 +323,10 @@ void MyFrame::SetTitle(const std::string& title) {
 void MyFrame::ProjectStateChanged() {
     SetMenuState();
     if (project_.prjopen == 0) {
-        wxFrame::SetTitle(ProjectSession::kBanner);
+        // The title stays as it was; the views lose the closed project's pictures.
         RefreshLists();
+        viewframe->Refresh(false);
+        laneresult->Refresh(false);
     } else {
         // After a load or a download the project came from elsewhere: upload is offered.
         filemenu->Enable(ID_UPLOADPROJECT, true);
@@ -523,7 +527,12 @@ void MyFrame::NewProject() {
     NewPrjDialog dialog(this, project_, 0);
     if (dialog.ShowModal() != 1)
         return;
+    // A new project leaves Download and Upload as they were.
+    const bool download = filemenu->IsEnabled(ID_DOWNLOADPROJECT);
+    const bool upload = filemenu->IsEnabled(ID_UPLOADPROJECT);
     session_.NewProject(dialog.folder, dialog.name);
+    filemenu->Enable(ID_DOWNLOADPROJECT, download);
+    filemenu->Enable(ID_UPLOADPROJECT, upload);
 }
 
 void MyFrame::LoadProjectFile() {
@@ -548,16 +557,22 @@ void MyFrame::ModifyProject() {
 }
 
 void MyFrame::ExportProject() {
-    wxDirDialog dialog(this, "Choose destination directory", wxString::FromUTF8(startdir));
-    if (dialog.ShowModal() == wxID_OK)
-        session_.ExportProject(std::string(dialog.GetPath().utf8_str()));
+    // The work stops first and the folder is chosen then; a cancel starts it again.
+    session_.ExportProject([this] {
+        wxDirDialog dialog(this, "Choose destination directory", wxString::FromUTF8(startdir));
+        return dialog.ShowModal() == wxID_OK ? std::string(dialog.GetPath().utf8_str())
+                                             : std::string();
+    });
 }
 
 void MyFrame::ImportProject() {
+    // The question comes first, the file dialog after a Yes.
+    if (!AskYesNo(ProjectSession::kImportQuestion))
+        return;
     wxFileDialog dialog(this, "Import Existing Project", wxString::FromUTF8(startdir), "",
                         "TarvoLPR Project Files (*.tlr)|*.tlr", wxFD_OPEN);
     if (dialog.ShowModal() == wxID_OK)
-        session_.ImportProject(std::string(dialog.GetPath().utf8_str()));
+        session_.ImportConfirmed(std::string(dialog.GetPath().utf8_str()));
 }
 
 void MyFrame::Transfer(bool upload) {
