@@ -248,6 +248,8 @@ class HeadlessProgram {
     // The monitor first and bounded (a stuck driver call is left behind), the transfer server
     // last, so that a runtime that samples can always be managed.
     void Close() {
+        // From here on no stop waits without bound: the process ends right after.
+        platform::SetExitStopLimit(platform::kExitStopLimitMs);
         platform::StopOrAbandon(checkdb_, CheckDBThread::kStopOnExitMs);
         project_.processorplugins.StopMirrorDB();
         project_.StopBoardThread();

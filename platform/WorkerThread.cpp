@@ -1,10 +1,16 @@
 #include "WorkerThread.h"
 
+#include <algorithm>
 #include <chrono>
 
 #include "Log.h"
 
 namespace platform {
+
+namespace {
+std::atomic<bool> g_abandoned{false};
+std::atomic<int> g_exitStopLimitMs{0};  // 0: stops wait without bound
+}  // namespace
 
 WorkerThread::~WorkerThread() {
     Delete();
@@ -34,9 +40,20 @@ void WorkerThread::Delete() {
         return;
     std::unique_lock<std::mutex> lock(wake_mutex_);
     int waited = 0;
-    while (!ended_.wait_for(lock, std::chrono::milliseconds(kStopReportMs),
-                            [this] { return !IsRunning(); })) {
-        waited += kStopReportMs;
+    for (;;) {
+        // On the way out of the program the wait is bounded; before that it is not, since a
+        // thread cannot be abandoned safely while it may still touch the model.
+        const int limit = g_exitStopLimitMs.load();
+        const int step = limit > 0 ? std::min(kStopReportMs, std::max(limit - waited, 1))
+                                   : kStopReportMs;
+        if (ended_.wait_for(lock, std::chrono::milliseconds(step), [this] { return !IsRunning(); }))
+            break;
+        waited += step;
+        if (limit > 0 && waited >= limit) {
+            lock.unlock();
+            Abandon();
+            return;
+        }
         CORVANE_LOG_WARNING("WorkerThread::Delete", report_name_ + " has not stopped after " +
                                                         std::to_string(waited / 1000) +
                                                         " s: a plug-in call has not returned");
@@ -45,9 +62,11 @@ void WorkerThread::Delete() {
     thread_.join();
 }
 
-namespace {
-std::atomic<bool> g_abandoned{false};
-}  // namespace
+void SetExitStopLimit(int milliseconds) {
+    g_exitStopLimitMs = milliseconds;
+}
+
+
 
 bool AnyWorkerAbandoned() {
     return g_abandoned.load();

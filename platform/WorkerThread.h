@@ -21,7 +21,8 @@ class WorkerThread {
     bool Run();
     // Asks the thread to stop and waits for its end. A thread that hangs in a plug-in call is
     // reported every kStopReportMs under its name while the wait goes on: a thread cannot be
-    // abandoned safely while it may still touch the model.
+    // abandoned safely while it may still touch the model. On the way out of the program
+    // (SetExitStopLimit) the wait is bounded and a stuck thread is abandoned.
     void Delete();
     // Asks the thread to stop and waits at most timeoutMs for its end; true when it ended (it is
     // then joined). A thread that has not ended keeps running and may be waited for again.
@@ -66,5 +67,11 @@ void StopOrAbandon(std::unique_ptr<Worker>& worker, int timeoutMs) {
 
 // True once any worker was abandoned: the process must then end without running destructors.
 bool AnyWorkerAbandoned();
+
+// The close path of the program sets a limit on every stop that follows: a worker that has not
+// ended by then (stuck in a driver or plug-in call) is reported and left behind, and the process
+// ends without waiting for it. 0 restores stops without bound.
+void SetExitStopLimit(int milliseconds);
+constexpr int kExitStopLimitMs = 3000;
 
 }  // namespace platform

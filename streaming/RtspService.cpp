@@ -28,10 +28,13 @@ struct RtspService::Stream {
     int intervalBytes = 0;
     uint32_t intervalStart = 0;
     std::vector<uint8_t> packet;
-    // The producer's pace, measured whether or not a client watches, so that an encoder made
-    // for a new client announces the rate its pictures really come at.
-    uint32_t lastPushTick = 0;
-    double pushIntervalMs = 0;
+    // The producer's pace, counted over windows of two seconds whether or not a client
+    // watches, so that an encoder made for a new client announces the rate its pictures really
+    // come at; a burst after a stall evens out within a window.
+    uint32_t windowStart = 0;
+    uint32_t lastPush = 0;
+    int windowPushes = 0;
+    int measuredRate = 0;  // pictures a second of the last whole window; 0 before the first
 
     void NotePush(uint32_t now);
     int FrameRate() const;
@@ -39,16 +42,28 @@ struct RtspService::Stream {
 };
 
 void RtspService::Stream::NotePush(uint32_t now) {
-    const double interval = platform::ElapsedTicks(now, lastPushTick);
-    if (lastPushTick != 0 && interval > 0 && interval < 5000)
-        pushIntervalMs = pushIntervalMs <= 0 ? interval : 0.8 * pushIntervalMs + 0.2 * interval;
-    lastPushTick = now;
+    constexpr uint32_t kWindowMs = 2000;
+    if (windowPushes == 0 && windowStart == 0)
+        windowStart = now;
+    ++windowPushes;
+    lastPush = now;
+    const uint32_t elapsed = platform::ElapsedTicks(now, windowStart);
+    if (elapsed >= kWindowMs) {
+        // The pushes after the first of the window, over the time they took.
+        measuredRate = static_cast<int>((windowPushes - 1) * 1000.0 / elapsed + 0.5);
+        windowStart = now;
+        windowPushes = 1;
+    }
 }
 
 int RtspService::Stream::FrameRate() const {
-    if (pushIntervalMs <= 0)
+    int rate = measuredRate;
+    // Before the first whole window, the part of it seen so far, once it holds a few pushes.
+    const uint32_t elapsed = platform::ElapsedTicks(lastPush, windowStart);
+    if (rate <= 0 && windowPushes >= 4 && elapsed > 0)
+        rate = static_cast<int>((windowPushes - 1) * 1000.0 / elapsed + 0.5);
+    if (rate <= 0)
         return H264Encoder::kDefaultFrameRate;
-    const int rate = static_cast<int>(1000.0 / pushIntervalMs + 0.5);
     return std::max(1, std::min(rate, 60));
 }
 

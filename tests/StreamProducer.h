@@ -29,7 +29,7 @@ class StreamProducer {
     double FramesPerSecond() const {
         const double seconds =
             std::chrono::duration<double>(std::chrono::steady_clock::now() - started_).count();
-        return seconds > 0 ? pushed_ / seconds : 0;
+        return seconds > 0 && pushed_ > 1 ? (pushed_ - 1) / seconds : 0;
     }
     ~StreamProducer() {
         stop_ = true;

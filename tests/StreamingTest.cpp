@@ -140,7 +140,9 @@ TEST(RtspService, FfmpegDecodesEveryPictureWholeAtTheRealRateOverTcpAndUdp) {
     service.AddStream("Wide", 2000000);
     StreamProducer producer(service, "Wide", 1280, 720);
     const std::string url = "rtsp://127.0.0.1:" + std::to_string(TestPort()) + "/Wide";
-    // The stream announces the rate its pictures come at (the producer's 10 a second).
+    // The stream announces the rate its pictures come at (the producer's 10 a second), as
+    // measured before the first client came: a site's sources sample long before anyone plays.
+    std::this_thread::sleep_for(std::chrono::milliseconds(2500));
     const std::string discovered = CommandOutput("timeout 30 gst-discoverer-1.0 -v -t 20 " + url);
     const size_t rate = discovered.find("Frame rate: ");
     ASSERT_NE(rate, std::string::npos) << discovered;

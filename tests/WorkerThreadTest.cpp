@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <atomic>
 #include <chrono>
+#include <memory>
 #include <thread>
 
 #include "core/FrameRing.h"
@@ -103,4 +106,36 @@ TEST(StartMode, OnlyTheFirstArgumentCountsAndOnlyExactly) {
     EXPECT_EQ(ParseStartMode(2, nopwd), kStartNoPassword);
     EXPECT_EQ(ParseStartMode(2, shouted), kStartNormal);
     EXPECT_EQ(ParseStartMode(3, second), kStartNormal);
+}
+
+namespace {
+
+// Blocks for ever in what stands for a driver or plug-in call that never returns; it touches
+// nothing of its object, nor anything else, while it waits.
+class StuckInACall : public platform::WorkerThread {
+  public:
+    ~StuckInACall() override { Delete(); }
+
+  protected:
+    void Entry() override {
+        for (;;)
+            ::pause();
+    }
+};
+
+}  // namespace
+
+TEST(WorkerThread, OnTheWayOutAStuckWorkerIsLeftBehindAfterTheLimit) {
+    platform::SetExitStopLimit(300);
+    auto stuck = std::make_unique<StuckInACall>();
+    stuck->SetReportName("stuck worker");
+    stuck->Run();
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    const auto started = std::chrono::steady_clock::now();
+    stuck->Delete();  // gives up after the limit
+    EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(2));
+    EXPECT_TRUE(platform::AnyWorkerAbandoned());
+    platform::SetExitStopLimit(0);
+    // Left behind with its thread, as the program leaves it on its way out.
+    static_cast<void>(stuck.release());
 }

@@ -667,6 +667,9 @@ void MyFrame::OnClose(wxCloseEvent& event) {
         return;
     }
     closing_ = true;
+    // The process ends right after the close path: no stop on it waits without bound.
+    if (killonclose_)
+        platform::SetExitStopLimit(platform::kExitStopLimitMs);
     Shutdown(true);
     std::printf("Destroy\n");
     if (killonclose_) {
