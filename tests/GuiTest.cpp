@@ -208,6 +208,8 @@ TEST(DesktopProgram, AnOperatorSessionFromNewProjectToReopening) {
     // A new project leaves Download and Upload as they were at start.
     EXPECT_TRUE(frame->GetMenuBar()->IsEnabled(ID_DOWNLOADPROJECT));
     EXPECT_FALSE(frame->GetMenuBar()->IsEnabled(ID_UPLOADPROJECT));
+    // Without a source there is nothing to start.
+    EXPECT_FALSE(frame->Cameras()->StartButton()->IsEnabled());
 
     // A gate from the Lanes pane, configured in the generic settings dialog.
     dialogs.settings = [](ParametriScheda& dialog) {

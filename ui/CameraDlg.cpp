@@ -99,12 +99,14 @@ void CameraDlg::Refill() {
                        camera.plugin ? wxString::FromUTF8(camera.plugin->GetGuiName(nullptr)) : "");
         list_->SetItem(row, 3, wxString::Format("%d", camera.port));
     }
+    UpdateButtons();
 }
 
+// Start Sampling only for a chosen source that is not sampling yet.
 void CameraDlg::UpdateButtons() {
     const Camera* camera = context_.project->GetCamera(selected);
     const bool sampling = camera != nullptr && camera->sampling != 0;
-    start_->Enable(!sampling);
+    start_->Enable(camera != nullptr && !sampling);
     stop_->Enable(sampling);
 }
 
