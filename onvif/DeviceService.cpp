@@ -1,5 +1,8 @@
 // The device management operations with content: identity, scopes and capabilities of the
 // stream's device. Every value is a constant or comes from the stream's device data.
+#include <ctime>
+#include <string>
+
 #include "OnvifDeviceData.h"
 #include "soapDeviceService.h"
 
@@ -50,6 +53,33 @@ tt__DeviceCapabilities* DeviceCapabilities(struct soap* context, const std::stri
     return device;
 }
 
+// The local zone as a POSIX TZ text, as the schema asks: its name and the hours west of UTC
+// ("UTC0", "CET-1"); daylight-saving rules are not known here and are left out.
+std::string PosixZone(const std::tm& local) {
+    const long west = -local.tm_gmtoff;
+    std::string zone = local.tm_zone != nullptr ? local.tm_zone : "UTC";
+    zone += std::to_string(west / 3600);
+    if (west % 3600 != 0) {
+        const long minutes = (west < 0 ? -west : west) % 3600 / 60;
+        zone += (minutes < 10 ? ":0" : ":") + std::to_string(minutes);
+    }
+    return zone;
+}
+
+// A date and time in the answer's memory, from broken-down time.
+tt__DateTime* DateTimeOf(struct soap* context, const std::tm& when) {
+    auto* value = soap_new_tt__DateTime(context);
+    value->Time = soap_new_tt__Time(context);
+    value->Time->Hour = when.tm_hour;
+    value->Time->Minute = when.tm_min;
+    value->Time->Second = when.tm_sec;
+    value->Date = soap_new_tt__Date(context);
+    value->Date->Year = when.tm_year + 1900;
+    value->Date->Month = when.tm_mon + 1;
+    value->Date->Day = when.tm_mday;
+    return value;
+}
+
 }  // namespace
 
 int DeviceService::GetDeviceInformation(_tds__GetDeviceInformation*,
@@ -59,6 +89,27 @@ int DeviceService::GetDeviceInformation(_tds__GetDeviceInformation*,
     response.FirmwareVersion = "1.1";
     response.SerialNumber = "12345678";
     response.HardwareId = "123456";
+    return SOAP_OK;
+}
+
+// The machine's clock, in UTC and local time: clients need it, for one to make the time stamps
+// of WS-Security digests. The clock is the machine's own: set by hand or by its NTP service,
+// which the device cannot tell apart, so it says Manual.
+int DeviceService::GetSystemDateAndTime(_tds__GetSystemDateAndTime*,
+                                        _tds__GetSystemDateAndTimeResponse& response) {
+    const std::time_t now = std::time(nullptr);
+    std::tm utc{};
+    std::tm local{};
+    ::gmtime_r(&now, &utc);
+    ::localtime_r(&now, &local);
+    auto* clock = soap_new_tt__SystemDateTime(soap);
+    clock->DateTimeType = tt__SetDateTimeType__Manual;
+    clock->DaylightSavings = local.tm_isdst > 0;
+    clock->TimeZone = soap_new_tt__TimeZone(soap);
+    clock->TimeZone->TZ = PosixZone(local);
+    clock->UTCDateTime = DateTimeOf(soap, utc);
+    clock->LocalDateTime = DateTimeOf(soap, local);
+    response.SystemDateAndTime = clock;
     return SOAP_OK;
 }
 

@@ -18,10 +18,6 @@ int DeviceService::SetSystemDateAndTime(_tds__SetSystemDateAndTime*, _tds__SetSy
     return SOAP_OK;
 }
 
-int DeviceService::GetSystemDateAndTime(_tds__GetSystemDateAndTime*, _tds__GetSystemDateAndTimeResponse&) {
-    return SOAP_OK;
-}
-
 int DeviceService::SetSystemFactoryDefault(_tds__SetSystemFactoryDefault*, _tds__SetSystemFactoryDefaultResponse&) {
     return SOAP_OK;
 }

@@ -7,6 +7,8 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdlib>
+#include <ctime>
 #include <regex>
 #include <thread>
 
@@ -310,6 +312,35 @@ TEST(SoapThread, UnderstandsWsSecurityAndWsAddressingHeadersAndRelatesItsAnswer)
         EXPECT_EQ(answer.find("UsernameToken"), std::string::npos) << answer;
     }
     soap.Delete();
+}
+
+TEST(SoapThread, TellsTheRealTimeInUtcAndLocally) {
+    // Clients need the device's clock, for one to make WS-Security digests.
+    const int port = TestPort() + 3;
+    SoapThread soap("Gate1", port, 400000, "127.0.0.1");
+    soap.Run();
+    ASSERT_TRUE(WaitServing(soap));
+    const std::time_t now = std::time(nullptr);
+    const std::string answer = Exchange(
+        port,
+        SoapRequest("<GetSystemDateAndTime xmlns=\"http://www.onvif.org/ver10/device/wsdl\"/>"));
+    soap.Delete();
+    EXPECT_NE(answer.find("200 OK"), std::string::npos) << answer;
+    const size_t utc = answer.find("UTCDateTime>");
+    ASSERT_NE(utc, std::string::npos) << answer;
+    const std::string utcPart = answer.substr(utc);
+    std::tm expected{};
+    ::gmtime_r(&now, &expected);
+    EXPECT_EQ(ElementText(utcPart, "Year"), std::to_string(expected.tm_year + 1900)) << answer;
+    EXPECT_EQ(ElementText(utcPart, "Month"), std::to_string(expected.tm_mon + 1));
+    EXPECT_EQ(ElementText(utcPart, "Day"), std::to_string(expected.tm_mday));
+    const int seconds = std::atoi(ElementText(utcPart, "Hour").c_str()) * 3600 +
+                        std::atoi(ElementText(utcPart, "Minute").c_str()) * 60 +
+                        std::atoi(ElementText(utcPart, "Second").c_str());
+    const int expectedSeconds = expected.tm_hour * 3600 + expected.tm_min * 60 + expected.tm_sec;
+    EXPECT_LE(std::abs(seconds - expectedSeconds), 5) << answer;
+    EXPECT_NE(answer.find("LocalDateTime>"), std::string::npos) << answer;
+    EXPECT_NE(answer.find("DateTimeType>Manual<"), std::string::npos) << answer;
 }
 
 TEST(OnvifClient, DiscoversTheDeviceReadsItAndPlaysItsStream) {

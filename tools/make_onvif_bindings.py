@@ -12,7 +12,7 @@ Run from the repository root after changing the lists: python3 tools/make_onvif_
 # Operations of each service that answer SOAP_OK with an empty response element.
 EMPTY = {
     "tds": """
-    GetServices GetServiceCapabilities SetSystemDateAndTime GetSystemDateAndTime
+    GetServices GetServiceCapabilities SetSystemDateAndTime
     SetSystemFactoryDefault UpgradeSystemFirmware SystemReboot RestoreSystem GetSystemBackup
     GetSystemLog GetSystemSupportInformation SetScopes AddScopes RemoveScopes
     GetDiscoveryMode SetDiscoveryMode GetRemoteDiscoveryMode SetRemoteDiscoveryMode
@@ -80,7 +80,7 @@ EMPTY = {
 
 # Operations with content: their response types are written out in TYPES below.
 CONTENT = {
-    "tds": ["GetDeviceInformation", "GetScopes", "GetCapabilities"],
+    "tds": ["GetDeviceInformation", "GetScopes", "GetCapabilities", "GetSystemDateAndTime"],
     "trt": ["GetVideoSources", "GetProfile", "GetProfiles", "GetStreamUri"],
 }
 
@@ -182,7 +182,14 @@ class tt__PTZCapabilities { xsd__anyURI XAddr 1; };
 class tt__Capabilities { tt__DeviceCapabilities* Device 0; tt__EventCapabilities* Events 0;
                          tt__ImagingCapabilities* Imaging 0; tt__MediaCapabilities* Media 0;
                          tt__PTZCapabilities* PTZ 0; };
-class tt__SystemDateTime { int DaylightSavings 1; };
+enum tt__SetDateTimeType { tt__SetDateTimeType__Manual, tt__SetDateTimeType__NTP };
+class tt__TimeZone { std::string TZ 1; };
+class tt__Time { int Hour 1; int Minute 1; int Second 1; };
+class tt__Date { int Year 1; int Month 1; int Day 1; };
+class tt__DateTime { tt__Time* Time 1; tt__Date* Date 1; };
+class tt__SystemDateTime { enum tt__SetDateTimeType DateTimeType 1; bool DaylightSavings 1;
+                           tt__TimeZone* TimeZone 0; tt__DateTime* UTCDateTime 0;
+                           tt__DateTime* LocalDateTime 0; };
 
 class tt__VideoResolution { int Width 1; int Height 1; };
 class tt__IntRectangle { @int x 1; @int y 1; @int width 1; @int height 1; };
@@ -208,6 +215,8 @@ class tt__Profile { @std::string token 1; std::string Name 1;
 class tt__MediaUri { xsd__anyURI Uri 1; bool InvalidAfterConnect 1; bool InvalidAfterReboot 1;
                      xsd__duration Timeout 1; };
 
+class _tds__GetSystemDateAndTime { };
+class _tds__GetSystemDateAndTimeResponse { tt__SystemDateTime* SystemDateAndTime 1; };
 class _tds__GetDeviceInformation { };
 class _tds__GetDeviceInformationResponse { std::string Manufacturer 1; std::string Model 1;
                                            std::string FirmwareVersion 1;
@@ -228,7 +237,7 @@ class _trt__GetStreamUriResponse { tt__MediaUri* MediaUri 1; };
 """
 
 # Empty responses whose element nevertheless has a required child, written nil.
-REQUIRED_NIL = {("tds", "GetSystemDateAndTime"): "tt__SystemDateTime* SystemDateAndTime 1;"}
+REQUIRED_NIL = {}
 
 
 def header():
