@@ -341,6 +341,33 @@ TEST(SoapThread, TellsTheRealTimeInUtcAndLocally) {
     EXPECT_LE(std::abs(seconds - expectedSeconds), 5) << answer;
     EXPECT_NE(answer.find("LocalDateTime>"), std::string::npos) << answer;
     EXPECT_NE(answer.find("DateTimeType>Manual<"), std::string::npos) << answer;
+
+    // The answer's clock is a tt:SystemDateTime by the official schema.
+    const std::string schemas = std::string(CORVANE_SOURCE_DIR) + "/../shared/onvif-wsdl";
+    if (!platform::FileExists(schemas + "/onvif.xsd"))
+        GTEST_SKIP() << "the official ONVIF schemas (../shared/onvif-wsdl) are not here";
+    const std::regex clockElement("<tds:SystemDateAndTime>([\\s\\S]*)</tds:SystemDateAndTime>");
+    std::smatch clock;
+    ASSERT_TRUE(std::regex_search(answer, clock, clockElement)) << answer;
+    const std::string folder = ::testing::TempDir();
+    const std::string fragment = folder + "/corvane-clock.xml";
+    const std::string wrapper = folder + "/corvane-clock.xsd";
+    platform::WriteWholeFile(fragment,
+                             "<c:SystemDateAndTime xmlns:c=\"urn:corvane:check\" "
+                             "xmlns:tt=\"http://www.onvif.org/ver10/schema\">" +
+                                 clock[1].str() + "</c:SystemDateAndTime>");
+    platform::WriteWholeFile(
+        wrapper,
+        "<xs:schema xmlns:xs=\"http://www.w3.org/2001/XMLSchema\" "
+        "targetNamespace=\"urn:corvane:check\" "
+        "xmlns:tt=\"http://www.onvif.org/ver10/schema\" elementFormDefault=\"qualified\">"
+        "<xs:import namespace=\"http://www.onvif.org/ver10/schema\" schemaLocation=\"" +
+            schemas +
+            "/onvif.xsd\"/><xs:element name=\"SystemDateAndTime\" "
+            "type=\"tt:SystemDateTime\"/></xs:schema>");
+    const std::string verdict =
+        CommandOutput("xmllint --noout --nonet --schema " + wrapper + " " + fragment);
+    EXPECT_NE(verdict.find("validates"), std::string::npos) << verdict;
 }
 
 TEST(OnvifClient, DiscoversTheDeviceReadsItAndPlaysItsStream) {
