@@ -35,7 +35,7 @@ bool BinaryReader::ReadString(std::string& value) {
     if (!Take(static_cast<size_t>(length), data))
         return false;
     value = platform::AnsiToUtf8(
-        std::string(reinterpret_cast<const char*>(data), static_cast<size_t>(length)));
+        std::string(reinterpret_cast<const char*>(data), static_cast<size_t>(length)), codePage_);
     return true;
 }
 
@@ -54,7 +54,7 @@ void BinaryWriter::WriteInt(int32_t value) {
 }
 
 void BinaryWriter::WriteString(const std::string& value) {
-    const std::string ansi = platform::Utf8ToAnsi(value);
+    const std::string ansi = platform::Utf8ToAnsi(value, codePage_);
     WriteInt(static_cast<int32_t>(ansi.size()));
     bytes_.insert(bytes_.end(), ansi.begin(), ansi.end());
 }

@@ -3,12 +3,16 @@
 #include <string>
 #include <vector>
 
+#include "platform/CodePage.h"
+
 // Little-endian 32-bit integers and length-prefixed 8-bit strings, as the binary files hold
 // them. Every read is bounded by what the buffer holds: a count, length or size beyond the end
 // fails the read, and once a read failed all further reads fail too.
 class BinaryReader {
   public:
-    explicit BinaryReader(std::vector<uint8_t> bytes) : bytes_(std::move(bytes)) {}
+    // codePage: the 8-bit code page of the strings (the project's, for its component files).
+    explicit BinaryReader(std::vector<uint8_t> bytes, int codePage = platform::kWesternCodePage)
+        : bytes_(std::move(bytes)), codePage_(codePage) {}
 
     bool ReadInt(int32_t& value);
     // A string: its length N, then N bytes in the 8-bit code page, returned as UTF-8.
@@ -23,18 +27,21 @@ class BinaryReader {
     bool Take(size_t count, const uint8_t*& data);
 
     std::vector<uint8_t> bytes_;
+    int codePage_;
     size_t position_ = 0;
     bool failed_ = false;
 };
 
 class BinaryWriter {
   public:
+    explicit BinaryWriter(int codePage = platform::kWesternCodePage) : codePage_(codePage) {}
     void WriteInt(int32_t value);
     // Converts to the 8-bit code page; the length written is the count of 8-bit characters.
     void WriteString(const std::string& value);
     const std::vector<uint8_t>& Bytes() const { return bytes_; }
 
   private:
+    int codePage_;
     std::vector<uint8_t> bytes_;
 };
 

@@ -1,6 +1,8 @@
 #pragma once
 #include <string>
 
+#include "platform/CodePage.h"
+
 // Site and database settings of a project.
 struct PlaceSettings {
     int placeid = 0;
@@ -14,5 +16,5 @@ struct PlaceSettings {
     int dbstorage = 5;
     bool whitelist = false;
     // The 8-bit code page of the project's binary files: 1252, 1250 or 1251.
-    int codepage = 1252;
+    int codepage = platform::kWesternCodePage;
 };

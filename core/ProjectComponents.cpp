@@ -11,7 +11,6 @@
 #include "corvane/IntegratorPlugin.h"
 #include "corvane/PostProcessorPlugin.h"
 #include "corvane/TriggerPlugin.h"
-#include "platform/CodePage.h"
 #include "platform/FileSystem.h"
 
 namespace {
@@ -55,9 +54,10 @@ void Warn(const char* function, const std::string& message, int line = __builtin
     platform::Log(platform::LogLevel::Warning, {__FILE__, function, line}, message);
 }
 
-// Reads the whole file. Empty when the file is missing (silently) or unreadable (warned).
-std::optional<BinaryReader> OpenComponentFile(const ComponentFile& file,
-                                              const std::string& folder) {
+// Reads the whole file, its strings in the project's code page. Empty when the file is missing
+// (silently) or unreadable (warned).
+std::optional<BinaryReader> OpenComponentFile(const ComponentFile& file, const std::string& folder,
+                                              int codePage) {
     std::vector<uint8_t> bytes;
     const std::string path = folder.empty() ? file.fileName : folder + "/" + file.fileName;
     switch (platform::ReadWholeFile(path, bytes, kMaxBinaryFileSize)) {
@@ -73,7 +73,7 @@ std::optional<BinaryReader> OpenComponentFile(const ComponentFile& file,
         case platform::ReadResult::Ok:
             break;
     }
-    return BinaryReader(std::move(bytes));
+    return BinaryReader(std::move(bytes), codePage);
 }
 
 void ReportDamage(const ComponentFile& file, const std::string& why, int line = __builtin_LINE()) {
@@ -198,7 +198,7 @@ std::string LibraryOf(Plugin* plugin) {
 }  // namespace
 
 void Project::SaveCamera() {
-    BinaryWriter writer;
+    BinaryWriter writer(place.codepage);
     writer.WriteInt(kCameraVersion);
     writer.WriteInt(static_cast<int32_t>(cameras.GetCount()));
     for (const auto& camera : cameras) {
@@ -213,7 +213,7 @@ void Project::SaveCamera() {
 }
 
 void Project::LoadCamera() {
-    auto reader = OpenComponentFile(kCameras, loadfolder);
+    auto reader = OpenComponentFile(kCameras, loadfolder, place.codepage);
     int32_t version = 0;
     int32_t count = 0;
     if (!reader || !ReadHeader(kCameras, *reader, FromVersion1, version, count))
@@ -248,7 +248,7 @@ void Project::LoadCamera() {
 }
 
 void Project::SaveBoard() {
-    BinaryWriter writer;
+    BinaryWriter writer(place.codepage);
     writer.WriteInt(kBoardVersion);
     writer.WriteInt(static_cast<int32_t>(boards.GetCount()));
     for (const auto& board : boards)
@@ -257,7 +257,7 @@ void Project::SaveBoard() {
 }
 
 void Project::LoadBoard() {
-    auto reader = OpenComponentFile(kBoards, loadfolder);
+    auto reader = OpenComponentFile(kBoards, loadfolder, place.codepage);
     int32_t version = 0;
     int32_t count = 0;
     if (!reader || !ReadHeader(kBoards, *reader, Version1Or2, version, count))
@@ -277,7 +277,7 @@ void Project::LoadBoard() {
 }
 
 void Project::SaveTrigger() {
-    BinaryWriter writer;
+    BinaryWriter writer(place.codepage);
     writer.WriteInt(kTriggerVersion);
     writer.WriteInt(static_cast<int32_t>(triggers.GetCount()));
     for (const auto& trigger : triggers)
@@ -286,7 +286,7 @@ void Project::SaveTrigger() {
 }
 
 void Project::LoadTrigger() {
-    auto reader = OpenComponentFile(kTriggers, loadfolder);
+    auto reader = OpenComponentFile(kTriggers, loadfolder, place.codepage);
     int32_t version = 0;
     int32_t count = 0;
     if (!reader || !ReadHeader(kTriggers, *reader, Version1Only, version, count))
@@ -304,7 +304,7 @@ void Project::LoadTrigger() {
 }
 
 void Project::SaveIntegrator() {
-    BinaryWriter writer;
+    BinaryWriter writer(place.codepage);
     writer.WriteInt(kIntegratorVersion);
     writer.WriteInt(static_cast<int32_t>(integrators.GetCount()));
     for (const auto& gate : integrators) {
@@ -315,7 +315,7 @@ void Project::SaveIntegrator() {
 }
 
 void Project::LoadIntegrator() {
-    auto reader = OpenComponentFile(kIntegrators, loadfolder);
+    auto reader = OpenComponentFile(kIntegrators, loadfolder, place.codepage);
     int32_t version = 0;
     int32_t count = 0;
     if (!reader || !ReadHeader(kIntegrators, *reader, FromVersion1, version, count))
@@ -348,7 +348,7 @@ void Project::LoadIntegrator() {
 }
 
 void Project::SaveProcessor() {
-    BinaryWriter writer;
+    BinaryWriter writer(place.codepage);
     writer.WriteInt(kProcessorVersion);
     writer.WriteInt(static_cast<int32_t>(processors.GetCount()));
     for (const auto& processor : processors) {
@@ -360,7 +360,7 @@ void Project::SaveProcessor() {
 }
 
 void Project::LoadProcessor() {
-    auto reader = OpenComponentFile(kProcessors, loadfolder);
+    auto reader = OpenComponentFile(kProcessors, loadfolder, place.codepage);
     if (!reader)
         return;
     {
@@ -401,7 +401,7 @@ void Project::LoadProcessor() {
 }
 
 void Project::SaveLane() {
-    BinaryWriter writer;
+    BinaryWriter writer(place.codepage);
     writer.WriteInt(kLaneVersion);
     writer.WriteInt(static_cast<int32_t>(lanes.GetCount()));
     for (auto& lane : lanes) {
@@ -484,7 +484,7 @@ bool ReadLane(BinaryReader& reader, int version, Lane& lane) {
 }  // namespace
 
 void Project::LoadLane() {
-    auto reader = OpenComponentFile(kLanes, loadfolder);
+    auto reader = OpenComponentFile(kLanes, loadfolder, place.codepage);
     int32_t version = 0;
     int32_t count = 0;
     // Versions below 3 load nothing; their record count is not even read.
@@ -502,7 +502,6 @@ void Project::LoadLane() {
 }
 
 void Project::LoadComponents() {
-    platform::SetAnsiCodePage(place.codepage);
     LoadTrigger();
     LoadIntegrator();
     LoadProcessor();
@@ -512,7 +511,6 @@ void Project::LoadComponents() {
 }
 
 void Project::SaveComponents() {
-    platform::SetAnsiCodePage(place.codepage);
     SaveBoard();
     SaveCamera();
     SaveIntegrator();

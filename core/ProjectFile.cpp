@@ -19,6 +19,14 @@ void ReadNumber(const std::string& text, const char* key, int& value, bool hasDe
         value = fallback;
 }
 
+// The site's code page as the text names it; the Western one when it names none or one that
+// is not supported.
+int SiteCodePage(const std::string& text) {
+    std::string named;
+    const int codePage = ReadTagString(text, "CODEPAGE", named) ? AtoI(named) : 0;
+    return platform::IsSupportedCodePage(codePage) ? codePage : platform::kWesternCodePage;
+}
+
 }  // namespace
 
 std::string ProjectFileText(const Project& project) {
@@ -40,7 +48,7 @@ std::string ProjectFileText(const Project& project) {
     TagString("WHITELIST", place.whitelist ? "Yes" : "No", text);
     // Only a site that leaves the Western default names its code page, so that the files of
     // every other site stay as they always were.
-    if (place.codepage != 1252)
+    if (place.codepage != platform::kWesternCodePage)
         TagInt("CODEPAGE", place.codepage, text);
     TagClose("PROJECT", text);
     return text;
@@ -55,12 +63,8 @@ void ParseProjectSettings(const std::string& raw, Project& project) {
     if (text.compare(0, 3, "\xEF\xBB\xBF") == 0)
         text.erase(0, 3);
     // A file saved by an editor in the 8-bit code page still loads, with its letters intact.
-    if (!platform::IsValidUtf8(text)) {
-        std::string named;
-        const int codePage = ReadTagString(text, "CODEPAGE", named) ? AtoI(named) : 1252;
-        text =
-            platform::AnsiToUtf8(text, platform::IsSupportedCodePage(codePage) ? codePage : 1252);
-    }
+    if (!platform::IsValidUtf8(text))
+        text = platform::AnsiToUtf8(text, SiteCodePage(text));
 
     std::lock_guard<std::mutex> lock(project.settingsmutex);
     PlaceSettings& place = project.place;
@@ -74,9 +78,7 @@ void ParseProjectSettings(const std::string& raw, Project& project) {
     ReadNumber(text, "SYNCROTIME", place.syncrotime, true, 5);
     ReadNumber(text, "DBSTORAGE", place.dbstorage, true, 5);
     place.whitelist = GetTagString(text, "WHITELIST") == "Yes";
-    ReadNumber(text, "CODEPAGE", place.codepage, true, 1252);
-    if (!platform::IsSupportedCodePage(place.codepage))
-        place.codepage = 1252;
+    place.codepage = SiteCodePage(text);
 }
 
 bool LoadProjectSettings(const std::string& path, Project& project) {

@@ -1,7 +1,6 @@
 #include "CodePage.h"
 
 #include <array>
-#include <atomic>
 #include <cstdint>
 
 namespace platform {
@@ -61,8 +60,6 @@ const CodePageTable& TableOf(int codePage) {
             return kCp1252;
     }
 }
-
-std::atomic<int> g_codePage{1252};
 
 char32_t ByteToCodePoint(unsigned char byte, const CodePageTable& table) {
     return byte < 0x80 ? byte : table[byte - 0x80];
@@ -137,14 +134,6 @@ bool IsSupportedCodePage(int codePage) {
     return codePage == 1250 || codePage == 1251 || codePage == 1252;
 }
 
-void SetAnsiCodePage(int codePage) {
-    g_codePage = IsSupportedCodePage(codePage) ? codePage : 1252;
-}
-
-int AnsiCodePage() {
-    return g_codePage;
-}
-
 std::string Utf8ToAnsi(const std::string& utf8, int codePage) {
     const CodePageTable& table = TableOf(codePage);
     std::string out;
@@ -166,14 +155,6 @@ std::string AnsiToUtf8(const std::string& ansi, int codePage) {
     for (unsigned char byte : ansi)
         AppendUtf8(out, ByteToCodePoint(byte, table));
     return out;
-}
-
-std::string Utf8ToAnsi(const std::string& utf8) {
-    return Utf8ToAnsi(utf8, AnsiCodePage());
-}
-
-std::string AnsiToUtf8(const std::string& ansi) {
-    return AnsiToUtf8(ansi, AnsiCodePage());
 }
 
 bool IsValidUtf8(const std::string& text) {

@@ -318,7 +318,22 @@ TEST_F(ComponentFiles, ACyrillicSiteWritesAndReadsItsNamesInCodePage1251) {
     loaded.LoadComponents();
     ASSERT_EQ(loaded.lanes.GetCount(), 1u);
     EXPECT_EQ(loaded.lanes[0].place, moscow);
-    platform::SetAnsiCodePage(1252);
+}
+
+TEST_F(ComponentFiles, AnotherProjectReadMeanwhileDoesNotChangeThisProjectsCodePage) {
+    // A runtime checks a received project (a Western one) while it runs a Cyrillic site: the
+    // site's next save still writes its own letters.
+    project.place.codepage = 1251;
+    Lane lane = SampleLane();
+    lane.place = "\xD0\x9C\xD0\xBE\xD1\x81\xD0\xBA\xD0\xB2\xD0\xB0";
+    project.lanes.Add(lane);
+    Project western;
+    western.appdir = AppDir();
+    western.LoadComponents();
+    project.SaveLane();
+    const auto bytes = ReadFileBytes("lanes.dat");
+    const std::string text(bytes.begin(), bytes.end());
+    EXPECT_NE(text.find(std::string("\x06\0\0\0\xCC\xEE\xF1\xEA\xE2\xE0", 10)), std::string::npos);
 }
 
 TEST_F(ComponentFiles, ASaveThatCannotWriteIsReportedAndTheModelStays) {
