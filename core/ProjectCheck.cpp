@@ -7,9 +7,6 @@
 
 namespace {
 
-const char* const kComponentFiles[] = {"cameras.dat", "boards.dat",   "integrators.dat",
-                                       "lanes.dat",   "triggers.dat", "processors.dat"};
-
 void CheckProjectFile(const std::string& path, std::vector<std::string>& problems) {
     std::string text;
     if (platform::ReadWholeFile(path, text, kMaxProjectFileSize) != platform::ReadResult::Ok)

@@ -16,3 +16,7 @@ void ParseProjectSettings(const std::string& text, Project& project);
 
 // Largest project file read; anything larger is refused.
 constexpr size_t kMaxProjectFileSize = 4u << 20;
+
+// The six component files of a project folder, in the order an import copies them.
+inline constexpr const char* kComponentFiles[] = {"cameras.dat", "boards.dat",   "integrators.dat",
+                                                  "lanes.dat",   "triggers.dat", "processors.dat"};

@@ -10,9 +10,6 @@
 
 namespace {
 
-const char* const kComponentFiles[] = {"cameras.dat", "boards.dat",   "integrators.dat",
-                                       "lanes.dat",   "triggers.dat", "processors.dat"};
-
 std::string WithSlash(std::string folder) {
     folder = platform::NativePath(folder);
     if (folder.empty() || folder.back() != '/')
