@@ -30,27 +30,35 @@ bool WorkerThread::Run() {
     return true;
 }
 
-void WorkerThread::Delete() {
+bool WorkerThread::RequestStop() {
     {
         std::lock_guard<std::mutex> lock(wake_mutex_);
         stop_.store(true, std::memory_order_release);
     }
     wake_.notify_all();
-    if (!thread_.joinable() || thread_.get_id() == std::this_thread::get_id())
-        return;
+    return thread_.joinable() && thread_.get_id() != std::this_thread::get_id();
+}
+
+bool WorkerThread::WaitForEnd(int milliseconds) {
     std::unique_lock<std::mutex> lock(wake_mutex_);
+    return ended_.wait_for(lock, std::chrono::milliseconds(milliseconds),
+                           [this] { return !IsRunning(); });
+}
+
+void WorkerThread::Delete() {
+    if (!RequestStop())
+        return;
     int waited = 0;
     for (;;) {
         // On the way out of the program the wait is bounded; before that it is not, since a
         // thread cannot be abandoned safely while it may still touch the model.
         const int limit = g_exitStopLimitMs.load();
-        const int step = limit > 0 ? std::min(kStopReportMs, std::max(limit - waited, 1))
-                                   : kStopReportMs;
-        if (ended_.wait_for(lock, std::chrono::milliseconds(step), [this] { return !IsRunning(); }))
+        const int step =
+            limit > 0 ? std::min(kStopReportMs, std::max(limit - waited, 1)) : kStopReportMs;
+        if (WaitForEnd(step))
             break;
         waited += step;
         if (limit > 0 && waited >= limit) {
-            lock.unlock();
             Abandon();
             return;
         }
@@ -58,36 +66,24 @@ void WorkerThread::Delete() {
                                                         std::to_string(waited / 1000) +
                                                         " s: a plug-in call has not returned");
     }
-    lock.unlock();
     thread_.join();
+}
+
+bool WorkerThread::StopWithin(int timeoutMs) {
+    if (!RequestStop())
+        return true;
+    if (!WaitForEnd(timeoutMs))
+        return false;
+    thread_.join();
+    return true;
 }
 
 void SetExitStopLimit(int milliseconds) {
     g_exitStopLimitMs = milliseconds;
 }
 
-
-
 bool AnyWorkerAbandoned() {
     return g_abandoned.load();
-}
-
-bool WorkerThread::StopWithin(int timeoutMs) {
-    {
-        std::lock_guard<std::mutex> lock(wake_mutex_);
-        stop_.store(true, std::memory_order_release);
-    }
-    wake_.notify_all();
-    if (!thread_.joinable() || thread_.get_id() == std::this_thread::get_id())
-        return true;
-    {
-        std::unique_lock<std::mutex> lock(wake_mutex_);
-        if (!ended_.wait_for(lock, std::chrono::milliseconds(timeoutMs),
-                             [this] { return !IsRunning(); }))
-            return false;
-    }
-    thread_.join();
-    return true;
 }
 
 void WorkerThread::Abandon() {

@@ -44,6 +44,12 @@ class WorkerThread {
     bool Pause(int milliseconds);
 
   private:
+    // Asks for the stop and wakes the thread; false when there is no thread to wait for (never
+    // started, already joined, or the caller is the thread itself).
+    bool RequestStop();
+    // True once the thread's Entry has returned, within the time given.
+    bool WaitForEnd(int milliseconds);
+
     std::thread thread_;
     std::atomic<bool> stop_{false};
     std::atomic<bool> running_{false};
