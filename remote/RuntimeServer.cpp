@@ -13,6 +13,11 @@
 
 namespace {
 
+bool Begins(const std::string& buffer, const char* request) {
+    return buffer.compare(0, std::strlen(request), request) == 0;
+}
+
+// True while the bytes so far could still become request: they are a start of it, or all of it.
 bool StartsLike(const std::string& buffer, const char* request) {
     const size_t length = std::min(buffer.size(), std::strlen(request));
     return buffer.compare(0, length, request, length) == 0;
@@ -150,11 +155,13 @@ void RuntimeServer::ReapPeers(bool all) {
 void RuntimeServer::Serve(platform::TcpSocket& peer, int number) {
     std::string buffer;
     char piece[ProjectBlock::kReadSize];
-    const uint32_t started = platform::GetTickCount();
-    const uint32_t deadline = started + ProjectBlock::kTransferMs;
+    const uint32_t deadline = platform::GetTickCount() + ProjectBlock::kTransferMs;
+    auto timeLeft = [deadline] {
+        return static_cast<int32_t>(deadline - platform::GetTickCount());
+    };
     bool keyed = key_.empty();
     for (;;) {
-        const int32_t left = static_cast<int32_t>(deadline - platform::GetTickCount());
+        const int32_t left = timeLeft();
         if (TestDestroy() || left <= 0) {
             Warn("Transfer request incomplete after " +
                  std::to_string(ProjectBlock::kTransferMs / 1000) + " s: dropped");
@@ -164,11 +171,11 @@ void RuntimeServer::Serve(platform::TcpSocket& peer, int number) {
                          ProjectBlock::kSocketTimeoutMs);
         const size_t got = peer.Receive(piece, sizeof piece);
         if (got == 0) {
-            if (static_cast<int32_t>(deadline - platform::GetTickCount()) > 0 && !buffer.empty())
+            if (timeLeft() > 0 && !buffer.empty())
                 Warn("Transfer request incomplete: dropped");
             return;
         }
-        if (static_cast<int32_t>(deadline - platform::GetTickCount()) <= 0)
+        if (timeLeft() <= 0)
             continue;  // too late: reported above on the next turn
         if (buffer.size() + got >= ProjectBlock::kMaxBlock) {
             Warn("Project block too large: dropped");
@@ -189,25 +196,25 @@ void RuntimeServer::Serve(platform::TcpSocket& peer, int number) {
             Warn("Unknown transfer request: dropped");
             return;
         }
-        if (buffer.compare(0, std::strlen(ProjectBlock::kDownloadRequest),
-                           ProjectBlock::kDownloadRequest) == 0) {
-            std::string block;
-            std::string problem;
+        if (Begins(buffer, ProjectBlock::kDownloadRequest)) {
+            std::string folder;
+            std::string file;
             {
                 std::lock_guard<std::mutex> lock(mutex_);
-                if (servedFile_.empty())
-                    problem = "no project is open";
-                else
-                    block = ProjectBlock::Compose(servedFolder_, servedFile_, &problem);
+                folder = servedFolder_;
+                file = servedFile_;
             }
+            // The files are read outside the lock: other peers and the main loop go on.
+            std::string problem = "no project is open";
+            const std::string block =
+                file.empty() ? std::string() : ProjectBlock::Compose(folder, file, &problem);
             if (block.empty())
                 Warn("Cannot send the project: " + problem);
             else if (!peer.SendAllBefore(block, deadline))
                 Warn("Project download not taken within the transfer time");
             return;
         }
-        if (buffer.compare(0, std::strlen(ProjectBlock::kRebootRequest),
-                           ProjectBlock::kRebootRequest) == 0) {
+        if (Begins(buffer, ProjectBlock::kRebootRequest)) {
             peer.SendAllBefore(ProjectBlock::kOk, deadline);
             events_->PostCommand(kRebootRequested, 0, std::string());
             return;
