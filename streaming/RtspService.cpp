@@ -41,16 +41,24 @@ struct RtspService::Stream {
     void PushFrame(const uint8_t* data, int frameWidth, int frameHeight);
 };
 
+namespace {
+
+// Pictures a second of pushes pushes over elapsed milliseconds: the intervals after the first.
+int PushRate(int pushes, uint32_t elapsed) {
+    return static_cast<int>((pushes - 1) * 1000.0 / elapsed + 0.5);
+}
+
+}  // namespace
+
 void RtspService::Stream::NotePush(uint32_t now) {
     constexpr uint32_t kWindowMs = 2000;
-    if (windowPushes == 0 && windowStart == 0)
+    if (windowPushes == 0)
         windowStart = now;
     ++windowPushes;
     lastPush = now;
     const uint32_t elapsed = platform::ElapsedTicks(now, windowStart);
     if (elapsed >= kWindowMs) {
-        // The pushes after the first of the window, over the time they took.
-        measuredRate = static_cast<int>((windowPushes - 1) * 1000.0 / elapsed + 0.5);
+        measuredRate = PushRate(windowPushes, elapsed);
         windowStart = now;
         windowPushes = 1;
     }
@@ -61,7 +69,7 @@ int RtspService::Stream::FrameRate() const {
     // Before the first whole window, the part of it seen so far, once it holds a few pushes.
     const uint32_t elapsed = platform::ElapsedTicks(lastPush, windowStart);
     if (rate <= 0 && windowPushes >= 4 && elapsed > 0)
-        rate = static_cast<int>((windowPushes - 1) * 1000.0 / elapsed + 0.5);
+        rate = PushRate(windowPushes, elapsed);
     if (rate <= 0)
         return H264Encoder::kDefaultFrameRate;
     return std::max(1, std::min(rate, 60));
