@@ -250,7 +250,7 @@ class HeadlessProgram {
     void Close() {
         // From here on no stop waits without bound: the process ends right after.
         platform::SetExitStopLimit(platform::kExitStopLimitMs);
-        platform::StopOrAbandon(checkdb_, CheckDBThread::kStopOnExitMs);
+        platform::StopOrAbandon(checkdb_, platform::kExitStopLimitMs);
         project_.processorplugins.StopMirrorDB();
         project_.StopBoardThread();
         project_.StopCameras();

@@ -15,8 +15,6 @@ class CheckDBThread : public platform::WorkerThread {
     static constexpr int kSteps = 100;
     static constexpr int kConnectedStepMs = 1200;  // a live connection is tried every 120 s
     static constexpr int kFailedStepMs = 50;       // a failed or missing one every 5 s
-    // On the way out the monitor gets this long; one stuck in a driver call is left behind.
-    static constexpr int kStopOnExitMs = 3000;
 
     // The label text of a state, as the list of readings shows it.
     static const char* StatusText(int state);

@@ -452,7 +452,7 @@ TEST(CheckDBThread, AServerThatAcceptsAndStaysSilentCostsTheLoginTimeOutAndNoMor
     platform::SleepMs(5500);  // the second pass is inside the driver's connect now
     CheckDBThread* stuck = thread.get();
     const uint32_t asked = platform::GetTickCount();
-    platform::StopOrAbandon(thread, CheckDBThread::kStopOnExitMs);
+    platform::StopOrAbandon(thread, platform::kExitStopLimitMs);
     EXPECT_LT(platform::ElapsedTicks(platform::GetTickCount(), asked), 4000u);
     EXPECT_TRUE(platform::AnyWorkerAbandoned());
     // The abandoned thread ends by itself once the driver gives up; wait for it here so that

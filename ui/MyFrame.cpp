@@ -642,7 +642,7 @@ void MyFrame::Shutdown(bool askQuestions) {
     activitytimer.Stop();
     if (closetimer)
         closetimer->Stop();
-    platform::StopOrAbandon(checkdbthread, CheckDBThread::kStopOnExitMs);
+    platform::StopOrAbandon(checkdbthread, platform::kExitStopLimitMs);
     rtsp_->StopAllStreams();
     if (askQuestions && mustexit == 0) {
         platform::SetWorkingDirectory(startdir);
