@@ -16,6 +16,7 @@
 #include <gtest/gtest.h>
 
 #include "TestSupport.h"
+#include "TransferStation.h"
 #include "core/EventQueue.h"
 #include "core/Project.h"
 #include "core/ProjectSession.h"
@@ -94,39 +95,6 @@ class ScriptedRuntime {
     platform::TcpSocket listener_;
     std::string request_;
     std::thread thread_;
-};
-
-// The first transfer result posted, or {0, -1} when none came in time.
-std::pair<int, int> TransferResult(EventQueue& events,
-                                   std::chrono::milliseconds limit = std::chrono::seconds(20)) {
-    std::pair<int, int> result{0, -1};
-    const auto end = std::chrono::steady_clock::now() + limit;
-    while (result.first == 0 && std::chrono::steady_clock::now() < end)
-        events.Drain(
-            [&](const EventQueue::Event& event) {
-                if (result.first == 0 &&
-                    (event.id == ID_TRANSFER_DONE || event.id == ID_TRANSFER_FAILED))
-                    result = {event.id, event.value};
-            },
-            50ms);
-    return result;
-}
-
-// A workstation folder: the working directory, where TempPrj receives downloads.
-struct Workstation {
-    Workstation() : cwd(dir.Path()) {
-        project.appdir = dir.Path();
-        project.mainframe = &events;
-    }
-    std::pair<int, int> Transfer(int mode, const std::string& ip = "127.0.0.1") {
-        StartThread thread(&project, &events, ip, mode);
-        thread.Run();
-        return TransferResult(events);
-    }
-    TempDir dir;
-    platform::ScopedWorkingDirectory cwd;
-    EventQueue events;
-    Project project;
 };
 
 void SendInPieces(platform::TcpSocket& peer, const std::string& bytes, size_t piece,

@@ -16,6 +16,7 @@
 #include <gtest/gtest.h>
 
 #include "TestSupport.h"
+#include "TransferStation.h"
 #include "core/EventQueue.h"
 #include "core/Project.h"
 #include "platform/FileSystem.h"
@@ -145,16 +146,7 @@ class RuntimeProcess {
 std::pair<int, int> Transfer(Project& project, EventQueue& events, int mode) {
     StartThread thread(&project, &events, "127.0.0.1", mode);
     thread.Run();
-    std::pair<int, int> result{0, -1};
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (result.first == 0 && std::chrono::steady_clock::now() < end)
-        events.Drain(
-            [&](const EventQueue::Event& event) {
-                if (event.id == ID_TRANSFER_DONE || event.id == ID_TRANSFER_FAILED)
-                    result = {event.id, event.value};
-            },
-            std::chrono::milliseconds(50));
-    return result;
+    return TransferResult(events);
 }
 
 }  // namespace

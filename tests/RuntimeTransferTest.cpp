@@ -16,6 +16,7 @@
 
 #include "SavedSite.h"
 #include "TestSupport.h"
+#include "TransferStation.h"
 #include "core/EventQueue.h"
 #include "core/Project.h"
 #include "core/ProjectCheck.h"
@@ -56,33 +57,6 @@ struct Runtime {
     TempDir served;
     EventQueue events;
     RuntimeServer server;
-};
-
-// The workstation's side: a transfer thread with its own folder and result events.
-struct Station {
-    Station() : cwd(dir.Path()) {
-        project.appdir = dir.Path();
-        project.mainframe = &events;
-    }
-    int Transfer(int mode, const std::string& key = {}) {
-        StartThread thread(&project, &events, "127.0.0.1", mode);
-        thread.key = key;
-        thread.Run();
-        int result = 0;
-        const auto end = std::chrono::steady_clock::now() + 20s;
-        while (result == 0 && std::chrono::steady_clock::now() < end)
-            events.Drain(
-                [&](const EventQueue::Event& event) {
-                    if (event.id == ID_TRANSFER_DONE || event.id == ID_TRANSFER_FAILED)
-                        result = event.id;
-                },
-                50ms);
-        return result;
-    }
-    TempDir dir;
-    platform::ScopedWorkingDirectory cwd;
-    EventQueue events;
-    Project project;
 };
 
 // A connection to the runtime port from a chosen loopback address.
@@ -136,18 +110,18 @@ TEST(RuntimeTransfer, AnUploadIsCheckedWholeBeforeOkAndNothingBadIsTaken) {
     EXPECT_TRUE(log.Contains("Project refused, nothing replaced: the project file holds no"));
 
     // A project naming a reader that is not installed is refused the same way.
-    Station station;
+    Workstation station;
     SaveSite(station.dir.Path(), "site", "Uploaded");
     WriteFileText(station.dir.File("lanes.dat"), "broken");
     station.project.prjdir = station.dir.Path();
     station.project.prjname = "site";
-    EXPECT_EQ(station.Transfer(StartThread::kUpload), +ID_TRANSFER_FAILED);
+    EXPECT_EQ(station.Transfer(StartThread::kUpload).first, +ID_TRANSFER_FAILED);
     EXPECT_TRUE(runtime.server.TakeIncoming().empty());
     EXPECT_TRUE(runtime.Events(300ms).empty());
 
     // A whole project is taken.
     SaveSite(station.dir.Path(), "site", "Uploaded");
-    EXPECT_EQ(station.Transfer(StartThread::kUpload), +ID_TRANSFER_DONE);
+    EXPECT_EQ(station.Transfer(StartThread::kUpload).first, +ID_TRANSFER_DONE);
     EXPECT_EQ(runtime.Events(1000ms), std::vector<int>{RuntimeServer::kProjectReceived});
     const std::string staged = runtime.server.TakeIncoming();
     ASSERT_FALSE(staged.empty());
@@ -155,7 +129,7 @@ TEST(RuntimeTransfer, AnUploadIsCheckedWholeBeforeOkAndNothingBadIsTaken) {
 }
 
 TEST(RuntimeTransfer, AProjectTooLargeToTravelIsRefusedBeforeAnythingIsSent) {
-    Station station;
+    Workstation station;
     SaveSite(station.dir.Path(), "site", "Large");
     WriteFileText(station.dir.File("site.tlr"), std::string(1000001, 'x'));
     station.project.prjdir = station.dir.Path();
@@ -163,7 +137,7 @@ TEST(RuntimeTransfer, AProjectTooLargeToTravelIsRefusedBeforeAnythingIsSent) {
     platform::TcpSocket listener = platform::TcpSocket::Listen("127.0.0.1", 14400);
     ASSERT_TRUE(listener.IsOpen());
     LogCapture log;
-    EXPECT_EQ(station.Transfer(StartThread::kUpload), +ID_TRANSFER_FAILED);
+    EXPECT_EQ(station.Transfer(StartThread::kUpload).first, +ID_TRANSFER_FAILED);
     EXPECT_FALSE(listener.Accept(500).IsOpen()) << "the workstation connected all the same";
     EXPECT_TRUE(log.Contains("Upload refused, nothing sent: the project is too large"));
 }
@@ -203,9 +177,10 @@ TEST(RuntimeTransfer, WithASharedKeyOnlyPeersThatKnowItAreServed) {
         EXPECT_EQ(Answer(peer), "") << request;
     }
     EXPECT_TRUE(log.Contains("Transfer key missing or wrong: dropped"));
-    Station station;
-    EXPECT_EQ(station.Transfer(StartThread::kDownload), +ID_TRANSFER_FAILED);
-    EXPECT_EQ(station.Transfer(StartThread::kDownload, "s3cret-site-key"), +ID_TRANSFER_DONE);
+    Workstation station;
+    EXPECT_EQ(station.Transfer(StartThread::kDownload).first, +ID_TRANSFER_FAILED);
+    EXPECT_EQ(station.Transfer(StartThread::kDownload, "127.0.0.1", "s3cret-site-key").first,
+              +ID_TRANSFER_DONE);
     EXPECT_EQ(ReadFileText(station.dir.File("TempPrj/default.tlr")),
               ReadFileText(runtime.served.File("runtime.tlr")));
 }
@@ -224,9 +199,9 @@ TEST(RuntimeTransfer, SlowAndSilentPeersCostOnlyTheirOwnConnection) {
         }
     });
     std::this_thread::sleep_for(300ms);
-    Station station;
+    Workstation station;
     const uint32_t started = platform::GetTickCount();
-    EXPECT_EQ(station.Transfer(StartThread::kDownload), +ID_TRANSFER_DONE);
+    EXPECT_EQ(station.Transfer(StartThread::kDownload).first, +ID_TRANSFER_DONE);
     EXPECT_LT(platform::ElapsedTicks(platform::GetTickCount(), started), 1500u);
     dribbler.join();
 
