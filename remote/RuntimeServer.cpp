@@ -215,8 +215,9 @@ void RuntimeServer::Serve(platform::TcpSocket& peer, int number) {
             return;
         }
         if (Begins(buffer, ProjectBlock::kRebootRequest)) {
-            peer.SendAllBefore(ProjectBlock::kOk, deadline);
+            // Posted before the answer: once the workstation hears <OK>, the request is queued.
             events_->PostCommand(kRebootRequested, 0, std::string());
+            peer.SendAllBefore(ProjectBlock::kOk, deadline);
             return;
         }
         if (buffer.find(ProjectBlock::ClosingTag(
@@ -255,7 +256,7 @@ void RuntimeServer::Upload(platform::TcpSocket& peer, const std::string& block, 
             RemoveTree(ready_);  // a later upload supersedes one not yet taken
         ready_ = staged;
     }
+    events_->PostCommand(kProjectReceived, 0, std::string());
     peer.SendAllBefore(ProjectBlock::kOk,
                        platform::GetTickCount() + ProjectBlock::kSocketTimeoutMs);
-    events_->PostCommand(kProjectReceived, 0, std::string());
 }
