@@ -22,7 +22,7 @@ PACKAGES=(
     gstreamer1.0-plugins-ugly gstreamer1.0-libav gstreamer1.0-tools
     gstreamer1.0-plugins-base-apps
     # ONVIF and discovery
-    gsoap libgsoap-dev libxml2-dev libxml2-utils
+    gsoap libgsoap-dev libxml2-dev libxml2-utils libssl-dev
     # transit database
     unixodbc unixodbc-dev tdsodbc libsqliteodbc libsqlite3-dev odbcinst
 )

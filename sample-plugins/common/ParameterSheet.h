@@ -30,6 +30,16 @@ class ParameterSheet {
         return text;
     }
 
+    // The values as the settings dialog returns them: what a plug-in with its own dialog gives
+    // to be stored, and reads back through Apply.
+    std::string ValueReturn() const {
+        std::string text = "<RETURN>\n";
+        for (const auto& entry : entries_)
+            text += "<PARAMETER>\n<NAME>" + entry.name + "<\\NAME>\n<TYPE>" + entry.type +
+                    "<\\TYPE>\n<VALUE>" + entry.value + "<\\VALUE>\n<\\PARAMETER>\n";
+        return text + "<\\RETURN>\n";
+    }
+
     // Takes the values of a value return (one <PARAMETER> block a parameter, found by name).
     // Parameters the text does not name keep their value.
     void Apply(const std::string& valueText) {
