@@ -178,6 +178,7 @@ std::string CameraStream::OpenDecoder() {
         return "cannot decode " + std::string(codec->name) + ": " + ErrorText(opened);
     lastPictureMs_ = NowMs();
     dropped_ = 0;
+    draining_ = false;
     return std::string();
 }
 
@@ -206,6 +207,13 @@ std::string CameraStream::Next(std::vector<uint8_t>& rgb, int& width, int& heigh
             return "stopped";
         if (NowMs() > deadlineMs_)
             return "no picture for " + Seconds(options_.stallMs);
+        if (read == AVERROR_EOF && !draining_) {
+            // A stream that ends (a file, a camera that says goodbye): the decoder still holds
+            // its last pictures.
+            draining_ = avcodec_send_packet(decoder_, nullptr) == 0;
+            if (draining_)
+                continue;
+        }
         if (read < 0)
             return read == AVERROR_EOF ? "end of stream" : ErrorText(read);
         if (packet_->stream_index == videoIndex_ && avcodec_send_packet(decoder_, packet_) < 0)

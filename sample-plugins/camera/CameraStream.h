@@ -53,6 +53,7 @@ class CameraStream {
     SwsContext* scaler_ = nullptr;
     int videoIndex_ = -1;
     int dropped_ = 0;
+    bool draining_ = false;
     int64_t lastPictureMs_ = 0;
 };
 
