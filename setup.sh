@@ -20,7 +20,7 @@ PACKAGES=(
     libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev libgstrtspserver-1.0-dev
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
     gstreamer1.0-plugins-ugly gstreamer1.0-libav gstreamer1.0-tools
-    gstreamer1.0-plugins-base-apps
+    gstreamer1.0-plugins-base-apps python3-gi gir1.2-gst-rtsp-server-1.0
     # ONVIF and discovery
     gsoap libgsoap-dev libxml2-dev libxml2-utils libssl-dev
     # transit database

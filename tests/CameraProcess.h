@@ -14,8 +14,15 @@ extern char** environ;
 
 class CameraProcess {
   public:
+    // The rendering camera (rtsp_camera) on port, its stream named "cam".
     CameraProcess(int port, const std::string& plates, int width = 640, int height = 360,
-                  int fps = 10) {
+                  int fps = 10)
+        : CameraProcess({RTSP_CAMERA_BINARY, std::to_string(port), "cam", std::to_string(width),
+                         std::to_string(height), std::to_string(fps),
+                         plates.empty() ? "AB123CD" : plates, "120"}) {}
+
+    // Any camera command that prints "ready" once it listens.
+    explicit CameraProcess(std::vector<std::string> command) {
         int out[2];
         if (::pipe(out) != 0)
             return;
@@ -23,27 +30,18 @@ class CameraProcess {
         posix_spawn_file_actions_init(&actions);
         posix_spawn_file_actions_adddup2(&actions, out[1], 1);
         posix_spawn_file_actions_addclose(&actions, out[0]);
-        const std::string binary = RTSP_CAMERA_BINARY;
-        std::vector<std::string> args = {binary,
-                                         std::to_string(port),
-                                         "cam",
-                                         std::to_string(width),
-                                         std::to_string(height),
-                                         std::to_string(fps),
-                                         plates.empty() ? "AB123CD" : plates,
-                                         "120"};
         std::vector<char*> argv;
-        for (auto& arg : args)
+        for (auto& arg : command)
             argv.push_back(arg.data());
         argv.push_back(nullptr);
-        if (posix_spawn(&pid_, binary.c_str(), &actions, nullptr, argv.data(), environ) != 0)
+        if (posix_spawn(&pid_, command[0].c_str(), &actions, nullptr, argv.data(), environ) != 0)
             pid_ = -1;
         posix_spawn_file_actions_destroy(&actions);
         ::close(out[1]);
         // Ready once it says so (it listens then), or not at all within 10 s.
         pollfd waiting{out[0], POLLIN, 0};
         char said[16] = {0};
-        if (::poll(&waiting, 1, 10000) > 0)
+        if (pid_ > 0 && ::poll(&waiting, 1, 10000) > 0)
             ready_ = ::read(out[0], said, sizeof said - 1) > 0 &&
                      std::string(said).rfind("ready", 0) == 0;
         ::close(out[0]);

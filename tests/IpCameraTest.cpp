@@ -276,6 +276,34 @@ TEST(IpCamera, ReadsAnRtspCameraAndComesBackAfterItIsKilledOrFrozen) {
     EXPECT_EQ(said.find("operator"), std::string::npos);
 }
 
+TEST(IpCamera, ReadsH264H265AndMjpegFromGStreamersRtspServerOverTcpAndUdp) {
+    const int port = BasePort() + 2;
+    CameraProcess server({GST_RTSP_CAMERA, std::to_string(port), "120"});
+    ASSERT_TRUE(server.Ready()) << "python3-gi and gir1.2-gst-rtsp-server-1.0 serve this camera";
+    for (const char* codec : {"h264", "h265", "mjpeg"})
+        for (const char* transport : {"TCP", "UDP"}) {
+            SCOPED_TRACE(std::string(codec) + " over " + transport);
+            const std::string url =
+                "rtsp://127.0.0.1:" + std::to_string(port) + "/" + std::string(codec);
+            LoadedCamera source(Settings(url, transport));
+            source.StartSampling();
+            EXPECT_TRUE(source.WaitFrames(10, 10000ms));
+            EXPECT_EQ(source.LastSize(), std::make_pair(640, 360));
+            // The test picture is a white ball on black: both are in every whole picture.
+            const cv::Mat picture = source.LastPicture();
+            ASSERT_FALSE(picture.empty());
+            double darkest = 0;
+            double brightest = 0;
+            cv::Mat grey;
+            cv::cvtColor(picture, grey, cv::COLOR_RGB2GRAY);
+            cv::minMaxLoc(grey, &darkest, &brightest);
+            EXPECT_LT(darkest, 40);
+            EXPECT_GT(brightest, 215);
+            EXPECT_LT(source.StopSampling(), 1000ms);
+            EXPECT_EQ(source.Repeats(), 0);
+        }
+}
+
 TEST(IpCamera, BadCamerasCostOneClearLineAndStopWithinASecond) {
     const int port = BasePort() + 1;
     struct Case {
