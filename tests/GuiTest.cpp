@@ -6,14 +6,18 @@
 #include <unistd.h>
 
 #include <wx/app.h>
+#include <wx/button.h>
+#include <wx/choice.h>
 #include <wx/dcclient.h>
 #include <wx/dcmemory.h>
 #include <wx/evtloop.h>
 #include <wx/filedlg.h>
+#include <wx/listbox.h>
 #include <wx/listctrl.h>
 #include <wx/modalhook.h>
 #include <wx/msgdlg.h>
 #include <wx/propgrid/propgrid.h>
+#include <wx/textctrl.h>
 #include <wx/weakref.h>
 
 #include <chrono>
@@ -29,6 +33,8 @@
 #include "TestSupport.h"
 #include "core/Project.h"
 #include "core/ShapeText.h"
+#include "onvif/SoapThread.h"
+#include "onvif/WSDiscovery.h"
 #include "platform/FileSystem.h"
 #include "ui/AddLaneDlg.h"
 #include "ui/CameraDlg.h"
@@ -80,7 +86,8 @@ class ScriptedDialogs : public wxModalDialogHook {
     std::function<int(AddLaneDlg&)> region;
     std::function<int(wxFileDialog&)> file;
     std::function<int(wxAdministrator&)> login;
-    std::map<std::string, int> answers;  // question -> wxID_YES / wxID_NO
+    std::function<int(wxDialog&)> other;  // a dialog that a plug-in brings
+    std::map<std::string, int> answers;   // question -> wxID_YES / wxID_NO
     std::vector<std::string> asked;
 
   protected:
@@ -101,6 +108,8 @@ class ScriptedDialogs : public wxModalDialogHook {
             const auto it = answers.find(text);
             return it != answers.end() ? it->second : wxID_OK;
         }
+        if (other)
+            return other(*dialog);
         return wxID_CANCEL;
     }
     void Exit(wxDialog*) override {}
@@ -503,6 +512,7 @@ TEST(DesktopProgram, AddingARegionChecksPortsNamesAndBoxesFirst) {
         return 1;
     };
     SetRow(window.frame->Cameras()->Grid(), "Name", "Cam1");
+    SetRow(window.frame->Cameras()->Grid(), "Type", "Video Source");
     SetRow(window.frame->Cameras()->Grid(), "Port", "8090");
     window.frame->Cameras()->OnAddCamera();
     ASSERT_EQ(project.cameras.GetCount(), 1u);
@@ -552,6 +562,86 @@ TEST(DesktopProgram, ATriggerAddedLeavesABlankNameAndTheNextIdBehind) {
     pane.OnAdd();
     EXPECT_TRUE(window.warnings.Contains("Trigger name cannot contain spaces"));
     EXPECT_EQ(window.project.triggers.GetCount(), 1u);
+}
+
+namespace {
+
+// The children of a window that are of type T, in the order they were made.
+template <typename T>
+std::vector<T*> ChildrenOf(wxWindow& parent) {
+    std::vector<T*> found;
+    for (wxWindow* child : parent.GetChildren())
+        if (auto* typed = dynamic_cast<T*>(child))
+            found.push_back(typed);
+    return found;
+}
+
+void Press(wxWindow& control, wxEventType type) {
+    wxCommandEvent event(type, control.GetId());
+    event.SetEventObject(&control);
+    if (auto* list = dynamic_cast<wxListBox*>(&control))
+        event.SetInt(list->GetSelection());
+    control.ProcessWindowEvent(event);
+}
+
+}  // namespace
+
+TEST(DesktopProgram, ANetworkCameraIsFoundInItsOwnDialogAndKeepsItsSettings) {
+    // A camera's device front on this host: found by the dialog's probe, asked for its
+    // profiles and stream address.
+    SoapThread soap("GateNorth", 18931, 1000000, "127.0.0.1");
+    soap.SetAddresses({"127.0.0.1"});
+    soap.Run();
+    WSDiscovery discovery("GateNorth", 18931);
+    discovery.SetAddresses({"127.0.0.1"});
+    discovery.Run();
+    OpenWindow window;
+    for (int i = 0; i < 200 && !(soap.Serving() && discovery.Listening()); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+
+    std::vector<std::string> cameraList;
+    window.dialogs.other = [&](wxDialog& dialog) {
+        EXPECT_EQ(dialog.GetTitle(), "IP Camera");
+        const auto fields = ChildrenOf<wxTextCtrl>(dialog);  // URL, user, password
+        EXPECT_EQ(fields.size(), 3u);
+        if (fields.size() != 3)
+            return wxID_CANCEL;
+        fields[1]->SetValue("admin");
+        fields[2]->SetValue("Sesame42");
+        for (wxButton* button : ChildrenOf<wxButton>(dialog))
+            if (button->GetLabel() == "Find cameras")
+                Press(*button, wxEVT_BUTTON);
+        wxListBox* cameras = ChildrenOf<wxListBox>(dialog).at(0);
+        for (unsigned i = 0; i < cameras->GetCount(); ++i)
+            cameraList.push_back(cameras->GetString(i).utf8_str().data());
+        if (cameras->GetCount() == 0)
+            return wxID_CANCEL;
+        cameras->SetSelection(0);
+        Press(*cameras, wxEVT_LISTBOX);
+        return wxID_OK;
+    };
+    CameraDlg& pane = *window.frame->Cameras();
+    SetRow(pane.Grid(), "Name", "North");
+    SetRow(pane.Grid(), "Type", "IP Camera");
+    pane.OnAddCamera();
+    ASSERT_EQ(cameraList.size(), 1u);
+    EXPECT_EQ(cameraList[0], "GateNorth  (http://127.0.0.1:18931/onvif/device_service)");
+    ASSERT_EQ(window.project.cameras.GetCount(), 1u);
+    const Camera& camera = window.project.cameras[0];
+    EXPECT_EQ(camera.plugin->GetLibName(), "IpCamera");
+    EXPECT_NE(camera.settings.find("<NAME>URL<\\NAME>\n<TYPE>STRING<\\TYPE>\n"
+                                   "<VALUE>rtsp://127.0.0.1:8554/GateNorth<\\VALUE>"),
+              std::string::npos)
+        << camera.settings;
+    EXPECT_NE(camera.settings.find("<VALUE>Sesame42<\\VALUE>"), std::string::npos);
+    EXPECT_EQ(ListColumn(pane.List(), 1), std::vector<std::string>{"North"});
+
+    // Cancelled: the source keeps what it had.
+    const std::string kept = camera.settings;
+    window.dialogs.other = [](wxDialog&) { return wxID_CANCEL; };
+    window.frame->Cameras()->Select(camera.id);
+    pane.OnModifyCameraPars();
+    EXPECT_EQ(window.project.cameras[0].settings, kept);
 }
 
 TEST(DesktopProgram, TheTemplatesManagerMovesCountriesAndSavesTheirUse) {

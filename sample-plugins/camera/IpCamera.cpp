@@ -30,6 +30,7 @@ class IpCamera : public CameraPlugin {
         if (capture_.joinable())
             return;
         stop_ = false;
+        shownUrl_ = UrlForLog(sheet_.Text("URL"));
         capture_ = std::thread([this] { Capture(); });
     }
     void LockFrame() override { frameMutex_.lock(); }
@@ -73,8 +74,7 @@ class IpCamera : public CameraPlugin {
   private:
     // One line on the console for each change of state; credentials never appear in it.
     void Say(const std::string& what) const {
-        std::fprintf(stderr, "IpCamera %s: %s\n", UrlForLog(sheet_.Text("URL")).c_str(),
-                     what.c_str());
+        std::fprintf(stderr, "IpCamera %s: %s\n", shownUrl_.c_str(), what.c_str());
     }
 
     CameraStream::Options StreamOptions() const {
@@ -160,6 +160,7 @@ class IpCamera : public CameraPlugin {
     }
 
     ParameterSheet sheet_;
+    std::string shownUrl_;  // the camera as the console names it, set before capture starts
     std::thread capture_;
     std::atomic<bool> stop_{false};
     std::mutex stopMutex_;
