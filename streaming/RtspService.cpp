@@ -182,6 +182,9 @@ void RtspService::Start() {
     if (thread_.joinable())
         return;
     stop_ = false;
+    // Made before the thread, so that a stop at any moment finds the loop it must end.
+    context_ = g_main_context_new();
+    loop_ = g_main_loop_new(context_, FALSE);
     thread_ = std::thread([this] { Run(); });
 }
 
@@ -197,8 +200,6 @@ bool RtspService::Attach() {
 }
 
 void RtspService::Run() {
-    context_ = g_main_context_new();
-    loop_ = g_main_loop_new(context_, FALSE);
     while (!Attach()) {
         for (int round = 0; round < kRetryRounds; ++round) {
             if (stop_)
@@ -224,8 +225,19 @@ void RtspService::StopAllStreams() {
         }
         for (const auto& name : names)
             RemoveStream(name);
-        g_main_loop_quit(loop_);
     }
+    // A quit posted to the loop's context is seen even when the loop has not started yet; a
+    // direct quit before g_main_loop_run would be lost and the join would wait for ever.
+    GSource* quit = g_idle_source_new();
+    g_source_set_callback(
+        quit,
+        [](gpointer loop) -> gboolean {
+            g_main_loop_quit(static_cast<GMainLoop*>(loop));
+            return G_SOURCE_REMOVE;
+        },
+        loop_, nullptr);
+    g_source_attach(quit, context_);
+    g_source_unref(quit);
     thread_.join();
     running_ = false;
     if (server_ != nullptr) {

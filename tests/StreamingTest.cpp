@@ -131,6 +131,24 @@ TEST(RtspService, ATakenPortLeavesTheServiceWaitingAndStreamsUnlisted) {
     ::close(blocker);
 }
 
+TEST(RtspService, AStopAtAnyMomentAfterTheStartEndsTheService) {
+    // Stops right after the start land before, during and after the server's loop begins; each
+    // one ends the service at once.
+    for (int round = 0; round < 60; ++round) {
+        RtspService service("127.0.0.1", TestPort());
+        service.Start();
+        if (round % 3 == 1)
+            std::this_thread::sleep_for(std::chrono::microseconds(200 * round));
+        if (round % 3 == 2)
+            WaitRunning(service);
+        const auto asked = std::chrono::steady_clock::now();
+        service.StopAllStreams();
+        ASSERT_LT(std::chrono::steady_clock::now() - asked, std::chrono::milliseconds(1000))
+            << "round " << round;
+        EXPECT_FALSE(service.RtspRunning());
+    }
+}
+
 TEST(RtspService, FfmpegDecodesEveryPictureWholeAtTheRealRateOverTcpAndUdp) {
     // A picture of several slices (x264's sliced threads at 1280x720) must leave as one access
     // unit, parameter sets in front of it only, or FFmpeg-based players split it in two.
