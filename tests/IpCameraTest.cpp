@@ -243,6 +243,19 @@ TEST(IpCamera, ReadsAnRtspCameraAndComesBackAfterItIsKilledOrFrozen) {
     auto camera = std::make_unique<CameraProcess>(port, "AB123CD");
     ASSERT_TRUE(camera->Ready());
     testing::internal::CaptureStderr();
+    {
+        // A path the camera does not serve: its answer, once.
+        const std::string wrong = "rtsp://127.0.0.1:" + std::to_string(port) + "/nosuch";
+        LoadedCamera mistyped(Settings(wrong));
+        mistyped.StartSampling();
+        std::this_thread::sleep_for(1500ms);
+        EXPECT_LT(mistyped.StopSampling(), 1000ms);
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(
+            CountOf(said, "IpCamera " + wrong + ": cannot read: Server returned 404 Not Found"), 1)
+            << said;
+        testing::internal::CaptureStderr();
+    }
     LoadedCamera source(Settings(RtspUrl(port), "TCP", "operator", "Sesame42"));
     source.StartSampling();
     ASSERT_TRUE(source.WaitFrames(20, 15000ms));

@@ -15,13 +15,16 @@
 
 #include <gtest/gtest.h>
 
+#include "CameraProcess.h"
 #include "TestSupport.h"
 #include "TransferStation.h"
 #include "core/EventQueue.h"
 #include "core/Project.h"
+#include "core/ProjectFile.h"
 #include "platform/FileSystem.h"
 #include "platform/TcpSocket.h"
 #include "platform/Ticks.h"
+#include "plugins/Parametro.h"
 #include "remote/ProjectBlock.h"
 #include "remote/StartThread.h"
 
@@ -269,4 +272,43 @@ TEST(RuntimeProgram, WithoutADisplayTheWorkstationSaysSoAndTouchesNothing) {
     RuntimeProcess typo(&folder, {"--headles"}, {"DISPLAY="});
     EXPECT_EQ(typo.ExitCode(10000), 2);
     EXPECT_NE(typo.Output().find("unknown option --headles"), std::string::npos);
+}
+
+TEST(RuntimeProgram, AWindowlessSiteReadsItsNetworkCamera) {
+    // A site saved with a network camera as its source, run with --headless: the camera is read
+    // as soon as the project is open, and the program ends in time with the camera still open.
+    const int port = 23300 + static_cast<int>(::getpid() % 300);
+    CameraProcess camera(port, "AB123CD");
+    ASSERT_TRUE(camera.Ready());
+    TempDir app;
+    FillAppFolder(app, CORVANE_APP_DIR);
+    const std::string url = "rtsp://127.0.0.1:" + std::to_string(port) + "/cam";
+    {
+        platform::ScopedWorkingDirectory inApp(app.Path());
+        Project project;
+        project.appdir = app.Path();
+        project.prjname = "gate";
+        project.place.placename = "North";
+        Camera source;
+        source.name = "Entry";
+        source.id = 1;
+        source.plugin = project.cameraplugins.CreateCamera("IpCamera");
+        ASSERT_NE(source.plugin, nullptr);
+        source.settings = ValueTextOf({{"URL", url}, {"Transport", "TCP"}});
+        project.cameras.Add(source);
+        Lane lane;
+        lane.name = "L1";
+        lane.id = 1;
+        lane.camname = "Entry";
+        lane.lprlib = "PlateCore";
+        project.lanes.Add(lane);
+        platform::MakeDirectory("gate");
+        platform::ScopedWorkingDirectory inFolder(app.File("gate"));
+        project.SaveComponents();
+        WriteProjectFile("gate.tlr", project);
+    }
+    RuntimeProcess program(&app, {"--headless", "gate/gate.tlr", "--seconds", "8"});
+    EXPECT_TRUE(program.WaitForOutput("IpCamera " + url + ": connected, 640x360"))
+        << program.Output();
+    EXPECT_EQ(program.ExitCode(15000), 0) << program.Output();
 }
