@@ -1,8 +1,14 @@
 #include "SoapThread.h"
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
+#include <algorithm>
 #include <cstdio>
 
 #include "Device.nsmap"  // the namespace table, defined once here
+#include "SoapRequest.h"
 #include "soapDeviceService.h"
 #include "soapDisplayService.h"
 #include "soapEventService.h"
@@ -26,7 +32,46 @@ int AnswerHeader(struct soap* context) {
     return SOAP_OK;
 }
 
+// The address the connection came in on, as clients must be told it; empty when it cannot be
+// told (unknown, or every address at once).
+std::string LocalAddress(SOAP_SOCKET socket) {
+    sockaddr_in local{};
+    socklen_t length = sizeof local;
+    if (::getsockname(socket, reinterpret_cast<sockaddr*>(&local), &length) != 0 ||
+        local.sin_family != AF_INET || local.sin_addr.s_addr == htonl(INADDR_ANY))
+        return std::string();
+    char dotted[INET_ADDRSTRLEN] = {};
+    return ::inet_ntop(AF_INET, &local.sin_addr, dotted, sizeof dotted) != nullptr ? dotted
+                                                                                   : std::string();
+}
+
+// The request of the connection served on this thread, read whole beforehand; the engine reads
+// it from here instead of from the socket.
+struct ReadRequest {
+    std::string bytes;
+    size_t taken = 0;
+};
+thread_local ReadRequest* currentRequest = nullptr;
+
+size_t FromReadRequest(struct soap*, char* buffer, size_t length) {
+    if (currentRequest == nullptr)
+        return 0;
+    const size_t count = std::min(length, currentRequest->bytes.size() - currentRequest->taken);
+    currentRequest->bytes.copy(buffer, count, currentRequest->taken);
+    currentRequest->taken += count;
+    return count;
+}
+
 }  // namespace
+
+// One client's connection: its own copy of the context and of the device's data, its thread.
+struct SoapThread::Connection {
+    struct soap* context = nullptr;
+    OnvifDeviceData data;
+    std::thread thread;
+    std::atomic<bool> done{false};
+    std::mutex socketMutex;  // the socket is closed by its thread or cut by a stop, never both
+};
 
 SoapThread::SoapThread(std::string name, int port, int bitrate, std::string bindAddress)
     : bindAddress_(std::move(bindAddress)) {
@@ -85,7 +130,7 @@ void SoapThread::Entry() {
     context->accept_timeout = -kAcceptPollMicroseconds;
     context->recv_timeout = kIoTimeoutSeconds;
     context->send_timeout = kIoTimeoutSeconds;
-    context->user = &served_;
+    context->transfer_timeout = kTransferTimeoutSeconds;
     context->fheader = AnswerHeader;
     if (Bind(context)) {
         serving_ = true;
@@ -93,6 +138,7 @@ void SoapThread::Entry() {
         serving_ = false;
         std::printf("End soap thread port %d\n", data_.port);
     }
+    Reap(true);
     soap_closesock(context);
     soap_destroy(context);
     soap_end(context);
@@ -100,11 +146,8 @@ void SoapThread::Entry() {
 }
 
 void SoapThread::Serve(struct soap* context) {
-    DeviceService device(context);
-    EventService events(context);
-    MediaService media(context);
-    DisplayService display(context);
     while (!TestDestroy()) {
+        Reap(false);
         if (!soap_valid_socket(soap_accept(context))) {
             if (context->errnum == 0)
                 continue;  // the accept's time-out: look at the stop flag again
@@ -117,11 +160,57 @@ void SoapThread::Serve(struct soap* context) {
                 return;
             continue;
         }
-        {
-            std::lock_guard<std::mutex> lock(datamutex_);
-            served_ = data_;
-        }
-        if (soap_begin_serve(context) == SOAP_OK) {
+        Admit(context);
+    }
+}
+
+void SoapThread::Admit(struct soap* context) {
+    if (connections_.size() >= kMaxConnections) {
+        // Every connection busy: this one is closed at once rather than left waiting.
+        soap_closesock(context);
+        return;
+    }
+    auto connection = std::make_unique<Connection>();
+    connection->context = soap_copy(context);  // takes the accepted socket with it
+    context->socket = SOAP_INVALID_SOCKET;
+    if (connection->context == nullptr)
+        return;
+    {
+        std::lock_guard<std::mutex> lock(datamutex_);
+        connection->data = data_;
+    }
+    const std::string local = LocalAddress(connection->context->socket);
+    if (!local.empty()) {
+        auto& addresses = connection->data.addresses;
+        addresses.erase(std::remove(addresses.begin(), addresses.end(), local), addresses.end());
+        addresses.insert(addresses.begin(), local);
+    }
+    connection->context->user = &connection->data;
+    Connection* raw = connection.get();
+    raw->thread = std::thread([raw] { Answer(*raw); });
+    connections_.push_back(std::move(connection));
+}
+
+void SoapThread::Answer(Connection& connection) {
+    struct soap* context = connection.context;
+    ReadRequest request;
+    const SoapRequest::Outcome outcome = SoapRequest::Read(
+        context->socket, kTransferTimeoutSeconds * 1000, kIoTimeoutSeconds * 1000, request.bytes);
+    if (outcome != SoapRequest::Outcome::kIncomplete) {
+        currentRequest = &request;
+        context->frecv = FromReadRequest;
+        DeviceService device(context);
+        EventService events(context);
+        MediaService media(context);
+        DisplayService display(context);
+        const bool served = soap_begin_serve(context) == SOAP_OK;
+        if (outcome != SoapRequest::Outcome::kComplete) {
+            context->error = soap_sender_fault(context,
+                                               outcome == SoapRequest::Outcome::kTooLarge
+                                                   ? "Request too large"
+                                                   : "Request is not well-formed XML",
+                                               nullptr);
+        } else if (served) {
             // Each service in turn, while the one before does not know the request. A request
             // none knows is answered with the fault, so the client need not wait.
             if (device.dispatch() == SOAP_NO_METHOD && events.dispatch() == SOAP_NO_METHOD &&
@@ -132,6 +221,30 @@ void SoapThread::Serve(struct soap* context) {
             soap_send_fault(context);
         soap_destroy(context);
         soap_end(context);
+        currentRequest = nullptr;
+    }
+    {
+        std::lock_guard<std::mutex> lock(connection.socketMutex);
         soap_closesock(context);
+    }
+    connection.done = true;
+}
+
+void SoapThread::Reap(bool all) {
+    for (auto it = connections_.begin(); it != connections_.end();) {
+        Connection& connection = **it;
+        if (!all && !connection.done) {
+            ++it;
+            continue;
+        }
+        if (all) {
+            // A client still sending or reading: its receive or send returns at once.
+            std::lock_guard<std::mutex> lock(connection.socketMutex);
+            if (soap_valid_socket(connection.context->socket))
+                ::shutdown(connection.context->socket, SHUT_RDWR);
+        }
+        connection.thread.join();
+        soap_free(connection.context);
+        it = connections_.erase(it);
     }
 }

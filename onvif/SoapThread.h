@@ -1,22 +1,30 @@
 #pragma once
+#include <atomic>
+#include <list>
+#include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 
 #include "OnvifDeviceData.h"
 #include "platform/WorkerThread.h"
 
 struct soap;
 
-// The ONVIF device of one stream: answers SOAP requests over HTTP on the stream's port, one
-// connection at a time, through the device, event, media and display services in that order.
-// Receive and send time out, so a stalled client cannot hold the device for ever, and the
-// accept wakes up regularly, so a stop ends the thread within a fraction of a second.
+// The ONVIF device of one stream: answers SOAP requests over HTTP on the stream's port through
+// the device, event, media and display services in that order. Each connection is served on a
+// thread of its own (a few at once), within its own receive and transfer time-outs, so a slow or
+// stalled client holds only its own connection; the accept wakes up regularly, and a stop cuts
+// the connections still open, so it ends the device within a fraction of a second. Addresses
+// told to a client are those of the interface its request came in on.
 class SoapThread : public platform::WorkerThread {
   public:
     // The accept wakes every 100 ms (gSOAP takes a negative time-out in microseconds), so an
     // edit that stops the streams waits no more than that per device front.
     static constexpr int kAcceptPollMicroseconds = 100000;
     static constexpr int kIoTimeoutSeconds = 5;
+    static constexpr int kTransferTimeoutSeconds = 10;  // a whole request, however it trickles
+    static constexpr size_t kMaxConnections = 8;
     static constexpr int kRetryRounds = 600;  // of 100 ms: a bind is retried every 60 s
 
     // bindAddress: empty for every local address.
@@ -26,7 +34,8 @@ class SoapThread : public platform::WorkerThread {
     // The picture size and rate told to clients; the source's thread reports every frame.
     void SetVideoFormat(int width, int height, int fps);
     OnvifDeviceData Data() const;
-    // Replaces the host's addresses told to clients (tests and hosts with several networks).
+    // Replaces the host's addresses told to clients whose request came in on an address that
+    // cannot be told (tests and hosts with several networks).
     void SetAddresses(std::vector<std::string> addresses);
     bool Serving() const { return serving_.load(); }
 
@@ -34,12 +43,17 @@ class SoapThread : public platform::WorkerThread {
     void Entry() override;
 
   private:
+    struct Connection;
     bool Bind(struct soap* context);
     void Serve(struct soap* context);
+    void Admit(struct soap* context);
+    static void Answer(Connection& connection);
+    // Joins the connections that ended; all: cuts and joins every one.
+    void Reap(bool all);
 
     const std::string bindAddress_;
     mutable std::mutex datamutex_;
     OnvifDeviceData data_;
-    OnvifDeviceData served_;  // the copy the handlers read, refreshed before each request
+    std::list<std::unique_ptr<Connection>> connections_;  // the accepting thread's own
     std::atomic<bool> serving_{false};
 };

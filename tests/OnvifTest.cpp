@@ -140,12 +140,13 @@ TEST(WSDiscovery, AnswersByUnicastAndSurvivesGarbage) {
 namespace {
 
 // One HTTP exchange with the SOAP device: sends raw bytes, returns what comes back.
-std::string Exchange(int port, const std::string& request, int waitMs = 3000) {
+std::string Exchange(int port, const std::string& request, int waitMs = 3000,
+                     const char* host = "127.0.0.1") {
     const int sock = ::socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in to{};
     to.sin_family = AF_INET;
     to.sin_port = htons(static_cast<uint16_t>(port));
-    to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    ::inet_pton(AF_INET, host, &to.sin_addr);
     if (::connect(sock, reinterpret_cast<sockaddr*>(&to), sizeof to) != 0) {
         ::close(sock);
         return "(no connection)";
@@ -216,7 +217,7 @@ bool WaitServing(const SoapThread& soap) {
 
 TEST(SoapThread, AnswersTheOperationsWithContentAndSurvivesBadRequests) {
     const int port = TestPort() + 1;
-    SoapThread soap("Gate1", port, 1000000, "127.0.0.1");
+    SoapThread soap("Gate1", port, 1000000);  // every local address
     soap.SetAddresses({"10.1.2.3"});
     soap.Run();
     ASSERT_TRUE(WaitServing(soap));
@@ -231,12 +232,15 @@ TEST(SoapThread, AnswersTheOperationsWithContentAndSurvivesBadRequests) {
     const std::string uri =
         Exchange(port, SoapRequest("<GetStreamUri xmlns=\"http://www.onvif.org/ver10/media/wsdl\">"
                                    "<ProfileToken>other</ProfileToken></GetStreamUri>"));
-    EXPECT_EQ(ElementText(uri, "Uri"), "rtsp://10.1.2.3:8554/Gate1");
-    const std::string capabilities = Exchange(
-        port, SoapRequest("<GetCapabilities xmlns=\"http://www.onvif.org/ver10/device/wsdl\">"
-                          "<Category>Media</Category></GetCapabilities>"));
+    // Addresses are those the request came in on, whatever the host's name resolves to.
+    EXPECT_EQ(ElementText(uri, "Uri"), "rtsp://127.0.0.1:8554/Gate1");
+    const std::string capabilities =
+        Exchange(port,
+                 SoapRequest("<GetCapabilities xmlns=\"http://www.onvif.org/ver10/device/wsdl\">"
+                             "<Category>Media</Category></GetCapabilities>"),
+                 3000, "127.0.0.2");
     EXPECT_EQ(ElementText(capabilities, "XAddr"),
-              "http://10.1.2.3:" + std::to_string(port) + "/onvif/services");
+              "http://127.0.0.2:" + std::to_string(port) + "/onvif/services");
     EXPECT_NE(capabilities.find("<tt:Major>1</tt:Major>"), std::string::npos);
     // A region's device tells 640 x 480 at 25 with its own bit rate; a source's follows its
     // frames and tells 512.
@@ -287,6 +291,65 @@ TEST(SoapThread, AnswersTheOperationsWithContentAndSurvivesBadRequests) {
     soap.Delete();
     // The accept wakes every 100 ms: an edit that stops the device fronts waits no longer.
     EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::milliseconds(600));
+}
+
+TEST(SoapThread, BadXmlGetsAFaultAtOnceAndSlowClientsHoldOnlyThemselves) {
+    const int port = TestPort() + 3;
+    SoapThread soap("Gate1", port, 1000000, "127.0.0.1");
+    soap.Run();
+    ASSERT_TRUE(WaitServing(soap));
+    using Clock = std::chrono::steady_clock;
+    const std::string information =
+        SoapRequest("<GetDeviceInformation xmlns=\"http://www.onvif.org/ver10/device/wsdl\"/>");
+
+    // Whole requests that are not well-formed: a fault, at once.
+    for (const std::string& body :
+         {std::string("<GetDeviceInformation xmlns=\"http://www.onvif.org/ver10/device/wsdl\">"
+                      "</GetScopes>"),
+          std::string("<<<>>>&&&"), std::string("<a:B xmlns:c=\"x\"/>")}) {
+        const auto asked = Clock::now();
+        const std::string answer = Exchange(port, SoapRequest(body), 2000);
+        EXPECT_NE(answer.find("Fault"), std::string::npos) << answer;
+        EXPECT_LT(Clock::now() - asked, std::chrono::milliseconds(100)) << body;
+    }
+
+    // Clients that stall or trickle a byte a second hold their own connection only.
+    std::atomic<bool> stop{false};
+    auto trickle = [&](const std::string& request, bool stall) {
+        const int sock = ::socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in to{};
+        to.sin_family = AF_INET;
+        to.sin_port = htons(static_cast<uint16_t>(port));
+        to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        if (::connect(sock, reinterpret_cast<sockaddr*>(&to), sizeof to) == 0) {
+            const size_t first = stall ? request.size() / 2 : 0;
+            ::send(sock, request.data(), first, MSG_NOSIGNAL);
+            for (size_t i = first; i < request.size() && !stop; ++i) {
+                if (!stall)
+                    ::send(sock, request.data() + i, 1, MSG_NOSIGNAL);
+                std::this_thread::sleep_for(std::chrono::milliseconds(stall ? 50 : 1000));
+            }
+        }
+        ::close(sock);
+    };
+    std::vector<std::thread> slow;
+    for (int i = 0; i < 3; ++i)
+        slow.emplace_back(trickle, information, i == 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    for (int i = 0; i < 5; ++i) {
+        const auto asked = Clock::now();
+        const std::string answer = Exchange(port, information);
+        EXPECT_EQ(ElementText(answer, "Model"), "Gate1");
+        EXPECT_LT(Clock::now() - asked, std::chrono::milliseconds(1000));
+        std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    }
+    // A stop with those clients still connected is not held up by them.
+    const auto asked = Clock::now();
+    soap.Delete();
+    EXPECT_LT(Clock::now() - asked, std::chrono::milliseconds(600));
+    stop = true;
+    for (auto& thread : slow)
+        thread.join();
 }
 
 TEST(SoapThread, UnderstandsWsSecurityAndWsAddressingHeadersAndRelatesItsAnswer) {

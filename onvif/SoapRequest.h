@@ -1,0 +1,22 @@
+#pragma once
+// One HTTP request of a SOAP client, read whole before the SOAP engine sees it: within a time
+// for the whole request and one for each pause, up to a size bound, and with its XML checked
+// for being well-formed, so that a bad request is answered with a fault at once and a slow one
+// costs only its own connection.
+#include <string>
+
+class SoapRequest {
+  public:
+    enum class Outcome {
+        kComplete,    // headers and the whole body (by its length or its last chunk)
+        kMalformed,   // complete, but the body is not well-formed XML
+        kTooLarge,    // larger than kMaxBytes: what came so far is kept
+        kIncomplete,  // the client stopped sending or went away before the end
+    };
+    static constexpr size_t kMaxBytes = 2 << 20;
+
+    // Reads from a connected socket; bytes: what arrived.
+    static Outcome Read(int socket, int transferMs, int pauseMs, std::string& bytes);
+    // The body of a complete request: well-formed XML, or empty.
+    static bool WellFormed(const std::string& body);
+};
