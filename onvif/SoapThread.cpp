@@ -104,6 +104,7 @@ OnvifDeviceData SoapThread::Data() const {
 void SoapThread::SetAddresses(std::vector<std::string> addresses) {
     std::lock_guard<std::mutex> lock(datamutex_);
     data_.addresses = std::move(addresses);
+    explicitAddresses_ = true;
 }
 
 bool SoapThread::Bind(struct soap* context) {
@@ -175,16 +176,16 @@ void SoapThread::Admit(struct soap* context) {
     context->socket = SOAP_INVALID_SOCKET;
     if (connection->context == nullptr)
         return;
+    bool explicitAddresses = false;
     {
         std::lock_guard<std::mutex> lock(datamutex_);
         connection->data = data_;
+        explicitAddresses = explicitAddresses_;
     }
+    // Addresses set for the device win; else the one the request came in on; else the host's.
     const std::string local = LocalAddress(connection->context->socket);
-    if (!local.empty()) {
-        auto& addresses = connection->data.addresses;
-        addresses.erase(std::remove(addresses.begin(), addresses.end(), local), addresses.end());
-        addresses.insert(addresses.begin(), local);
-    }
+    if (!local.empty() && !explicitAddresses)
+        connection->data.addresses = {local};
     connection->context->user = &connection->data;
     Connection* raw = connection.get();
     raw->thread = std::thread([raw] { Answer(*raw); });

@@ -34,8 +34,8 @@ class SoapThread : public platform::WorkerThread {
     // The picture size and rate told to clients; the source's thread reports every frame.
     void SetVideoFormat(int width, int height, int fps);
     OnvifDeviceData Data() const;
-    // Replaces the host's addresses told to clients whose request came in on an address that
-    // cannot be told (tests and hosts with several networks).
+    // The addresses to tell every client, whatever address its request came in on (tests,
+    // hosts behind address translation).
     void SetAddresses(std::vector<std::string> addresses);
     bool Serving() const { return serving_.load(); }
 
@@ -54,6 +54,7 @@ class SoapThread : public platform::WorkerThread {
     const std::string bindAddress_;
     mutable std::mutex datamutex_;
     OnvifDeviceData data_;
+    bool explicitAddresses_ = false;
     std::list<std::unique_ptr<Connection>> connections_;  // the accepting thread's own
     std::atomic<bool> serving_{false};
 };

@@ -133,14 +133,18 @@ std::string WSDiscovery::ScopeText() const {
            name_ + " " + root + "location/";
 }
 
-std::string WSDiscovery::AddressText() const {
+std::string WSDiscovery::AddressText(const std::string& localAddress) const {
     std::string text;
-    for (const auto& address : data_.addresses)
+    // Addresses set for the device win; else the one the Probe came in on; else the host's.
+    const std::vector<std::string> local{localAddress};
+    const bool told = explicitAddresses_ || localAddress.empty();
+    for (const auto& address : told ? data_.addresses : local)
         text += "http://" + address + ":" + std::to_string(port_) + "/onvif/device_service ";
     return text;
 }
 
-std::string WSDiscovery::Answer(const std::string& relatesTo) const {
+std::string WSDiscovery::Answer(const std::string& relatesTo,
+                                const std::string& localAddress) const {
     Doc doc(xmlReadFile(kTemplate, nullptr, XML_PARSE_NONET | XML_PARSE_NOERROR));
     if (!doc)
         return std::string();
@@ -151,7 +155,7 @@ std::string WSDiscovery::Answer(const std::string& relatesTo) const {
     SetAll(context, "RelatesTo", relatesTo);
     SetAll(context, "Address", endpointUrn_);
     SetAll(context, "Scopes", ScopeText());
-    SetAll(context, "XAddrs", AddressText());
+    SetAll(context, "XAddrs", AddressText(localAddress));
     xmlXPathFreeContext(context);
     xmlSaveFileEnc(kLastAnswer, doc.get(), "UTF-8");
     xmlChar* dumped = nullptr;
@@ -181,8 +185,36 @@ bool WSDiscovery::OpenSocket() {
     group.imr_multiaddr.s_addr = ::inet_addr(kGroup);
     group.imr_interface.s_addr = htonl(INADDR_ANY);
     ::setsockopt(sock, IPPROTO_IP, IP_ADD_MEMBERSHIP, &group, sizeof group);
+    // Each datagram comes with the local address it arrived on: the address to answer with.
+    ::setsockopt(sock, IPPROTO_IP, IP_PKTINFO, &yes, sizeof yes);
     sock_ = sock;
     return true;
+}
+
+ssize_t WSDiscovery::ReceiveProbe(int sock, std::vector<char>& buffer, sockaddr_in& sender,
+                                  std::string& localAddress) {
+    iovec data{buffer.data(), buffer.size()};
+    alignas(cmsghdr) char control[CMSG_SPACE(sizeof(in_pktinfo))];
+    msghdr message{};
+    message.msg_name = &sender;
+    message.msg_namelen = sizeof sender;
+    message.msg_iov = &data;
+    message.msg_iovlen = 1;
+    message.msg_control = control;
+    message.msg_controllen = sizeof control;
+    const ssize_t size = ::recvmsg(sock, &message, 0);
+    for (cmsghdr* item = CMSG_FIRSTHDR(&message); size > 0 && item != nullptr;
+         item = CMSG_NXTHDR(&message, item)) {
+        if (item->cmsg_level != IPPROTO_IP || item->cmsg_type != IP_PKTINFO)
+            continue;
+        in_pktinfo info{};
+        std::memcpy(&info, CMSG_DATA(item), sizeof info);
+        char dotted[INET_ADDRSTRLEN] = {};
+        if (info.ipi_spec_dst.s_addr != htonl(INADDR_ANY) &&
+            ::inet_ntop(AF_INET, &info.ipi_spec_dst, dotted, sizeof dotted) != nullptr)
+            localAddress = dotted;
+    }
+    return size;
 }
 
 void WSDiscovery::CloseSocket() {
@@ -209,10 +241,9 @@ void WSDiscovery::Entry() {
         if (::poll(&waiting, 1, kPollMs) <= 0)
             continue;
         sockaddr_in sender{};
-        socklen_t senderSize = sizeof sender;
+        std::string localAddress;
         // One byte more than the largest message, to tell a too large datagram apart.
-        const ssize_t size = ::recvfrom(sock, buffer.data(), buffer.size(), 0,
-                                        reinterpret_cast<sockaddr*>(&sender), &senderSize);
+        const ssize_t size = ReceiveProbe(sock, buffer, sender, localAddress);
         if (size < 1 || size > kMaxDatagram)
             continue;
         const std::string text(buffer.data(), static_cast<size_t>(size));
@@ -220,10 +251,10 @@ void WSDiscovery::Entry() {
         const std::string relatesTo = ProbeMessageId(text);
         if (relatesTo.empty())
             continue;
-        const std::string answer = Answer(relatesTo);
+        const std::string answer = Answer(relatesTo, localAddress);
         if (!answer.empty())
             ::sendto(sock, answer.data(), answer.size(), 0, reinterpret_cast<sockaddr*>(&sender),
-                     senderSize);
+                     sizeof sender);
     }
     listening_ = false;
     CloseSocket();

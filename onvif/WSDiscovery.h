@@ -1,6 +1,9 @@
 #pragma once
+#include <sys/types.h>
+
 #include <atomic>
 #include <string>
+#include <vector>
 
 #include "OnvifDeviceData.h"
 #include "platform/WorkerThread.h"
@@ -28,16 +31,22 @@ class WSDiscovery : public platform::WorkerThread {
     // The Probe's MessageID when the text is a Probe for a NetworkVideoTransmitter, else empty.
     static std::string ProbeMessageId(const std::string& text);
     // The ProbeMatches answer to a Probe, from the template; empty when there is no template.
-    std::string Answer(const std::string& relatesTo) const;
+    // localAddress: the address the Probe came in on; empty to tell the host's addresses.
+    std::string Answer(const std::string& relatesTo, const std::string& localAddress = "") const;
 
     const std::string& EndpointUrn() const { return endpointUrn_; }
     bool Listening() const { return listening_.load(); }
     // The scope and address texts of the answer.
     std::string ScopeText() const;
-    std::string AddressText() const;
+    std::string AddressText(const std::string& localAddress) const;
+    // A datagram into buffer, with its sender and the local address it came in on.
+    static ssize_t ReceiveProbe(int sock, std::vector<char>& buffer, struct sockaddr_in& sender,
+                                std::string& localAddress);
 
+    // The addresses to tell whatever interface a Probe comes in on (before Run).
     void SetAddresses(std::vector<std::string> addresses) {
         data_.addresses = std::move(addresses);
+        explicitAddresses_ = true;
     }
 
   protected:
@@ -51,6 +60,7 @@ class WSDiscovery : public platform::WorkerThread {
     const int port_;
     const int discoveryPort_;
     OnvifDeviceData data_;
+    bool explicitAddresses_ = false;
     std::string endpointUrn_;
     std::atomic<int> sock_{-1};
     std::atomic<bool> listening_{false};
