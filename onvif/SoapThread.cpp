@@ -88,8 +88,9 @@ SoapThread::~SoapThread() {
 
 void SoapThread::SetVideoFormat(int width, int height, int fps) {
     std::lock_guard<std::mutex> lock(datamutex_);
+    data_.fps = fps;  // the rate alone may change: clients are told the measured one
     if (height == data_.height && width == data_.width)
-        return;  // a change of the rate alone changes nothing
+        return;
     data_.width = width;
     data_.height = height;
     data_.fps = fps;

@@ -84,7 +84,8 @@ void GrabThread::StreamStep(const cv::Mat& frame) {
         return;
     const Camera* camera = project_.GetCamera(settings_.cameraId);
     if (camera != nullptr && camera->port > 0 && camera->soapthread)
-        streams_->SetVideoFormat(*camera->soapthread, scaled.cols, scaled.rows, settings_.FPS);
+        streams_->SetVideoFormat(*camera->soapthread, scaled.cols, scaled.rows,
+                                 streams_->StreamRate(settings_.name, settings_.FPS));
     streams_->SetStreamSize(scaled.cols, scaled.rows, settings_.name);
     streams_->PushStreamFrame(scaled.data, scaled.cols, scaled.rows, settings_.name);
 }

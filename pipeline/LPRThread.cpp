@@ -278,6 +278,10 @@ void LPRThread::StreamStep(const cv::Mat& gray, const SearchArea& area,
     const cv::Mat scaled = StreamPacer::Scaled(picture, lane->FrameDim);
     if (scaled.empty())
         return;
+    // The region's device tells the size and the rate its stream really has.
+    if (lane->soapthread)
+        streams_->SetVideoFormat(*lane->soapthread, scaled.cols, scaled.rows,
+                                 streams_->StreamRate(settings_.name, lane->FPS));
     streams_->SetStreamSize(scaled.cols, scaled.rows, settings_.name);
     streams_->PushStreamFrame(scaled.data, scaled.cols, scaled.rows, settings_.name);
 }

@@ -22,6 +22,9 @@ class StreamServices {
     // Copies the packed 24-bit picture; the caller keeps its buffer.
     virtual void PushStreamFrame(const uint8_t* data, int width, int height,
                                  const std::string& name) = 0;
+    // Pictures a second that the stream's producer really pushes (measured over the last
+    // seconds); fallback before there is a measure, or for an unknown stream.
+    virtual int StreamRate(const std::string& name, int fallback) const = 0;
 
     // The device front of one stream: its SOAP thread and, with autoDiscovery, its discovery
     // responder, created and running on return.

@@ -327,6 +327,14 @@ void RtspService::SetStreamSize(int width, int height, const std::string& name) 
     stream->height = height;
 }
 
+int RtspService::StreamRate(const std::string& name, int fallback) const {
+    const auto stream = Find(name);
+    if (!stream)
+        return fallback;
+    std::lock_guard<std::mutex> lock(stream->mutex);
+    return stream->measuredRate > 0 ? std::min(stream->measuredRate, 60) : fallback;
+}
+
 void RtspService::PushStreamFrame(const uint8_t* data, int width, int height,
                                   const std::string& name) {
     if (!running_ || data == nullptr || width <= 0 || height <= 0)

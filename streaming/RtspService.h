@@ -47,6 +47,7 @@ class RtspService : public StreamServices {
     void SetStreamSize(int width, int height, const std::string& name) override;
     void PushStreamFrame(const uint8_t* data, int width, int height,
                          const std::string& name) override;
+    int StreamRate(const std::string& name, int fallback) const override;
 
     // The device front of a stream, when one is installed (SetDeviceFronts).
     void SetDeviceFronts(DeviceFronts* fronts) { fronts_ = fronts; }

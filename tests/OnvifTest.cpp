@@ -255,6 +255,13 @@ TEST(SoapThread, AnswersTheOperationsWithContentAndSurvivesBadRequests) {
     const std::string profile = Exchange(
         port, SoapRequest("<GetProfile xmlns=\"http://www.onvif.org/ver10/media/wsdl\"/>"));
     EXPECT_EQ(ElementText(profile, "BitrateLimit"), "512");
+    // A change of the measured rate alone is told as well.
+    soap.SetVideoFormat(1280, 720, 9);
+    EXPECT_EQ(
+        ElementText(Exchange(port, SoapRequest("<GetVideoSources xmlns=\"http://www.onvif.org/"
+                                               "ver10/media/wsdl\"/>")),
+                    "Framerate"),
+        "9");
     EXPECT_EQ(ElementText(profile, "GovLength"), "5");
     // The empty operations answer with their element; unknown ones and imaging get a fault.
     EXPECT_NE(

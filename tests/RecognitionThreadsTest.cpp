@@ -53,6 +53,7 @@ class StreamRecorder : public StreamServices {
     void PushStreamFrame(const uint8_t*, int, int, const std::string& name) override {
         Note("Push:" + name);
     }
+    int StreamRate(const std::string&, int fallback) const override { return fallback; }
     void StartFront(const std::string& name, int port, int, bool discovery,
                     std::shared_ptr<SoapThread>&, std::shared_ptr<WSDiscovery>&) override {
         Note("StartFront:" + name + ":" + std::to_string(port) + (discovery ? ":wsd" : ""));

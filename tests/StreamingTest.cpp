@@ -86,11 +86,17 @@ TEST(RtspService, FfprobeAndGStreamerPlayAStreamAtItsSize) {
     StreamProducer producer(service, "Camera1", 320, 240);
     const std::string url = "rtsp://127.0.0.1:" + std::to_string(TestPort()) + "/Camera1";
 
-    EXPECT_FALSE(service.IsStreamLive("Camera1"));  // nobody watches: nothing is encoded
+    EXPECT_FALSE(service.IsStreamLive("Camera1"));     // nobody watches: nothing is encoded
+    EXPECT_EQ(service.StreamRate("Camera1", 25), 25);  // no measure yet: what the caller says
     EXPECT_EQ(CommandOutput("timeout 30 ffprobe -v error -rtsp_transport tcp -select_streams v:0 "
                             "-show_entries stream=codec_name,width,height -of csv=p=0 " +
                             url),
               "h264,320,240\n");
+    // The producer's real pace, measured whether anyone watches or not, over windows of 2 s.
+    for (int i = 0; i < 60 && service.StreamRate("Camera1", 25) == 25; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_NEAR(service.StreamRate("Camera1", 25), 10, 1);
+    EXPECT_EQ(service.StreamRate("Nobody", 7), 7);
     // The client has gone: encoding stops again.
     for (int i = 0; i < 100 && service.IsStreamLive("Camera1"); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
