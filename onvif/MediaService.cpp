@@ -1,6 +1,7 @@
 // The media operations with content: the device's one video source, its one profile and the
 // RTSP address of the stream. Tokens and names are the same for every stream.
 #include "OnvifDeviceData.h"
+#include "SoapThread.h"
 #include "soapMediaService.h"
 
 namespace {
@@ -96,6 +97,18 @@ int MediaService::GetStreamUri(_trt__GetStreamUri*, _trt__GetStreamUriResponse& 
     const std::string host = data.addresses.empty() ? "127.0.0.1" : data.addresses.front();
     response.MediaUri = soap_new_tt__MediaUri(soap);
     response.MediaUri->Uri = "rtsp://" + host + ":" + std::to_string(kRtspPort) + "/" + data.name;
+    response.MediaUri->InvalidAfterConnect = false;
+    response.MediaUri->InvalidAfterReboot = false;
+    response.MediaUri->Timeout = "PT0H0M1S";
+    return SOAP_OK;
+}
+
+int MediaService::GetSnapshotUri(_trt__GetSnapshotUri*, _trt__GetSnapshotUriResponse& response) {
+    const OnvifDeviceData& data = DataOf(soap);
+    const std::string host = data.addresses.empty() ? "127.0.0.1" : data.addresses.front();
+    response.MediaUri = soap_new_tt__MediaUri(soap);
+    response.MediaUri->Uri =
+        "http://" + host + ":" + std::to_string(data.port) + SoapThread::kSnapshotPath;
     response.MediaUri->InvalidAfterConnect = false;
     response.MediaUri->InvalidAfterReboot = false;
     response.MediaUri->Timeout = "PT0H0M1S";

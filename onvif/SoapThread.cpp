@@ -2,6 +2,7 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -45,6 +46,20 @@ std::string LocalAddress(SOAP_SOCKET socket) {
                                                                                    : std::string();
 }
 
+// Sends all of bytes unless the client stops taking them for pauseMs.
+void SendWithin(SOAP_SOCKET socket, const std::string& bytes, int pauseMs) {
+    size_t sent = 0;
+    while (sent < bytes.size()) {
+        pollfd waiting{socket, POLLOUT, 0};
+        if (::poll(&waiting, 1, pauseMs) <= 0)
+            return;
+        const ssize_t n = ::send(socket, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+        if (n <= 0)
+            return;
+        sent += static_cast<size_t>(n);
+    }
+}
+
 // The request of the connection served on this thread, read whole beforehand; the engine reads
 // it from here instead of from the socket.
 struct ReadRequest {
@@ -68,6 +83,7 @@ size_t FromReadRequest(struct soap*, char* buffer, size_t length) {
 struct SoapThread::Connection {
     struct soap* context = nullptr;
     OnvifDeviceData data;
+    std::function<std::string()> snapshot;
     std::thread thread;
     std::atomic<bool> done{false};
     std::mutex socketMutex;  // the socket is closed by its thread or cut by a stop, never both
@@ -181,6 +197,7 @@ void SoapThread::Admit(struct soap* context) {
     {
         std::lock_guard<std::mutex> lock(datamutex_);
         connection->data = data_;
+        connection->snapshot = snapshot_;
         explicitAddresses = explicitAddresses_;
     }
     // Addresses set for the device win; else the one the request came in on; else the host's.
@@ -198,7 +215,9 @@ void SoapThread::Answer(Connection& connection) {
     ReadRequest request;
     const SoapRequest::Outcome outcome = SoapRequest::Read(
         context->socket, kTransferTimeoutSeconds * 1000, kIoTimeoutSeconds * 1000, request.bytes);
-    if (outcome != SoapRequest::Outcome::kIncomplete) {
+    if (outcome == SoapRequest::Outcome::kComplete && AnswerSnapshot(connection, request.bytes)) {
+        // answered: a picture is not a SOAP exchange
+    } else if (outcome != SoapRequest::Outcome::kIncomplete) {
         currentRequest = &request;
         context->frecv = FromReadRequest;
         DeviceService device(context);
@@ -230,6 +249,28 @@ void SoapThread::Answer(Connection& connection) {
         soap_closesock(context);
     }
     connection.done = true;
+}
+
+void SoapThread::SetSnapshotSource(std::function<std::string()> source) {
+    std::lock_guard<std::mutex> lock(datamutex_);
+    snapshot_ = std::move(source);
+}
+
+bool SoapThread::AnswerSnapshot(Connection& connection, const std::string& request) {
+    const std::string get = std::string("GET ") + kSnapshotPath;
+    if (request.compare(0, get.size(), get) != 0 ||
+        (request.size() > get.size() && request[get.size()] != ' ' && request[get.size()] != '?'))
+        return false;
+    const std::string picture = connection.snapshot ? connection.snapshot() : std::string();
+    const std::string head =
+        picture.empty() ? std::string(
+                              "HTTP/1.1 503 Service Unavailable\r\nContent-Length: 0\r\n"
+                              "Retry-After: 1\r\nConnection: close\r\n\r\n")
+                        : "HTTP/1.1 200 OK\r\nContent-Type: image/jpeg\r\nContent-Length: " +
+                              std::to_string(picture.size()) +
+                              "\r\nCache-Control: no-store\r\nConnection: close\r\n\r\n";
+    SendWithin(connection.context->socket, head + picture, kIoTimeoutSeconds * 1000);
+    return true;
 }
 
 void SoapThread::Reap(bool all) {

@@ -1,5 +1,6 @@
 #pragma once
 #include <atomic>
+#include <functional>
 #include <list>
 #include <memory>
 #include <mutex>
@@ -38,6 +39,9 @@ class SoapThread : public platform::WorkerThread {
     // hosts behind address translation).
     void SetAddresses(std::vector<std::string> addresses);
     bool Serving() const { return serving_.load(); }
+    // What a GET of kSnapshotPath answers: a JPEG picture, or empty when there is none yet.
+    void SetSnapshotSource(std::function<std::string()> source);
+    static constexpr const char* kSnapshotPath = "/onvif/snapshot.jpg";
 
   protected:
     void Entry() override;
@@ -48,6 +52,8 @@ class SoapThread : public platform::WorkerThread {
     void Serve(struct soap* context);
     void Admit(struct soap* context);
     static void Answer(Connection& connection);
+    // Answers a GET of the snapshot; false when the request is not one.
+    static bool AnswerSnapshot(Connection& connection, const std::string& request);
     // Joins the connections that ended; all: cuts and joins every one.
     void Reap(bool all);
 
@@ -55,6 +61,7 @@ class SoapThread : public platform::WorkerThread {
     mutable std::mutex datamutex_;
     OnvifDeviceData data_;
     bool explicitAddresses_ = false;
+    std::function<std::string()> snapshot_;
     std::list<std::unique_ptr<Connection>> connections_;  // the accepting thread's own
     std::atomic<bool> serving_{false};
 };

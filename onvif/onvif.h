@@ -199,6 +199,8 @@ class _trt__GetProfiles { };
 class _trt__GetProfilesResponse { std::vector<tt__Profile*> Profiles 0; };
 class _trt__GetStreamUri { std::string ProfileToken 0; };
 class _trt__GetStreamUriResponse { tt__MediaUri* MediaUri 1; };
+class _trt__GetSnapshotUri { std::string ProfileToken 0; };
+class _trt__GetSnapshotUriResponse { tt__MediaUri* MediaUri 1; };
 
 
 class wsa5__EndpointReferenceType { xsd__anyURI Address 0; _XML __any; };
@@ -508,8 +510,6 @@ class _trt__StopMulticastStreaming { };
 class _trt__StopMulticastStreamingResponse {  };
 class _trt__SetSynchronizationPoint { };
 class _trt__SetSynchronizationPointResponse {  };
-class _trt__GetSnapshotUri { };
-class _trt__GetSnapshotUriResponse {  };
 class _tls__GetServiceCapabilities { };
 class _tls__GetServiceCapabilitiesResponse {  };
 class _tls__GetLayout { };
@@ -750,11 +750,11 @@ int __trt__GetGuaranteedNumberOfVideoEncoderInstances(_trt__GetGuaranteedNumberO
 int __trt__StartMulticastStreaming(_trt__StartMulticastStreaming* trt__StartMulticastStreaming, _trt__StartMulticastStreamingResponse& trt__StartMulticastStreamingResponse);
 int __trt__StopMulticastStreaming(_trt__StopMulticastStreaming* trt__StopMulticastStreaming, _trt__StopMulticastStreamingResponse& trt__StopMulticastStreamingResponse);
 int __trt__SetSynchronizationPoint(_trt__SetSynchronizationPoint* trt__SetSynchronizationPoint, _trt__SetSynchronizationPointResponse& trt__SetSynchronizationPointResponse);
-int __trt__GetSnapshotUri(_trt__GetSnapshotUri* trt__GetSnapshotUri, _trt__GetSnapshotUriResponse& trt__GetSnapshotUriResponse);
 int __trt__GetVideoSources(_trt__GetVideoSources* trt__GetVideoSources, _trt__GetVideoSourcesResponse& trt__GetVideoSourcesResponse);
 int __trt__GetProfile(_trt__GetProfile* trt__GetProfile, _trt__GetProfileResponse& trt__GetProfileResponse);
 int __trt__GetProfiles(_trt__GetProfiles* trt__GetProfiles, _trt__GetProfilesResponse& trt__GetProfilesResponse);
 int __trt__GetStreamUri(_trt__GetStreamUri* trt__GetStreamUri, _trt__GetStreamUriResponse& trt__GetStreamUriResponse);
+int __trt__GetSnapshotUri(_trt__GetSnapshotUri* trt__GetSnapshotUri, _trt__GetSnapshotUriResponse& trt__GetSnapshotUriResponse);
 int __tls__GetServiceCapabilities(_tls__GetServiceCapabilities* tls__GetServiceCapabilities, _tls__GetServiceCapabilitiesResponse& tls__GetServiceCapabilitiesResponse);
 int __tls__GetLayout(_tls__GetLayout* tls__GetLayout, _tls__GetLayoutResponse& tls__GetLayoutResponse);
 int __tls__SetLayout(_tls__SetLayout* tls__SetLayout, _tls__SetLayoutResponse& tls__SetLayoutResponse);

@@ -10,7 +10,11 @@
 #include <cstdio>
 #include <memory>
 
+#include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
+
 #include "H264Encoder.h"
+#include "onvif/SoapThread.h"
 #include "platform/Ticks.h"
 
 // One stream: its mount, its live source (the media's appsrc, while a client is connected) and
@@ -35,6 +39,10 @@ struct RtspService::Stream {
     uint32_t lastPush = 0;
     int windowPushes = 0;
     int measuredRate = 0;  // pictures a second of the last whole window; 0 before the first
+    // The latest picture pushed, packed RGB, kept for snapshots whether anyone watches or not.
+    std::vector<uint8_t> latest;
+    int latestWidth = 0;
+    int latestHeight = 0;
 
     void NotePush(uint32_t now);
     int FrameRate() const;
@@ -327,6 +335,35 @@ void RtspService::SetStreamSize(int width, int height, const std::string& name) 
     stream->height = height;
 }
 
+std::string RtspService::Snapshot(const std::string& name) const {
+    const auto stream = Find(name);
+    if (!stream)
+        return std::string();
+    cv::Mat bgr;
+    {
+        std::lock_guard<std::mutex> lock(stream->mutex);
+        if (stream->latest.empty())
+            return std::string();
+        const cv::Mat rgb(stream->latestHeight, stream->latestWidth, CV_8UC3,
+                          stream->latest.data());
+        cv::cvtColor(rgb, bgr, cv::COLOR_RGB2BGR);
+    }
+    std::vector<uchar> jpeg;
+    cv::imencode(".jpg", bgr, jpeg, {cv::IMWRITE_JPEG_QUALITY, 85});
+    return std::string(jpeg.begin(), jpeg.end());
+}
+
+void RtspService::StartFront(const std::string& name, int port, int bitrate, bool autoDiscovery,
+                             std::shared_ptr<SoapThread>& soap,
+                             std::shared_ptr<WSDiscovery>& discovery) {
+    if (fronts_ == nullptr)
+        return;
+    fronts_->Start(name, port, bitrate, autoDiscovery, soap, discovery);
+    // The front is stopped before the service goes (sources and regions stop first).
+    if (soap)
+        soap->SetSnapshotSource([this, name] { return Snapshot(name); });
+}
+
 int RtspService::StreamRate(const std::string& name, int fallback) const {
     const auto stream = Find(name);
     if (!stream)
@@ -344,6 +381,9 @@ void RtspService::PushStreamFrame(const uint8_t* data, int width, int height,
         return;
     std::lock_guard<std::mutex> lock(stream->mutex);
     stream->NotePush(platform::GetTickCount());
+    stream->latest.assign(data, data + static_cast<size_t>(width) * height * 3);
+    stream->latestWidth = width;
+    stream->latestHeight = height;
     if (stream->alive && stream->source != nullptr)
         stream->PushFrame(data, width, height);
 }

@@ -48,15 +48,15 @@ class RtspService : public StreamServices {
     void PushStreamFrame(const uint8_t* data, int width, int height,
                          const std::string& name) override;
     int StreamRate(const std::string& name, int fallback) const override;
+    // The latest picture pushed to the stream as JPEG; empty before the first one.
+    std::string Snapshot(const std::string& name) const;
 
     // The device front of a stream, when one is installed (SetDeviceFronts).
     void SetDeviceFronts(DeviceFronts* fronts) { fronts_ = fronts; }
+    // The front also serves a JPEG snapshot of the stream's latest picture (Snapshot).
     void StartFront(const std::string& name, int port, int bitrate, bool autoDiscovery,
                     std::shared_ptr<SoapThread>& soap,
-                    std::shared_ptr<WSDiscovery>& discovery) override {
-        if (fronts_ != nullptr)
-            fronts_->Start(name, port, bitrate, autoDiscovery, soap, discovery);
-    }
+                    std::shared_ptr<WSDiscovery>& discovery) override;
     void StopFront(std::shared_ptr<SoapThread>& soap,
                    std::shared_ptr<WSDiscovery>& discovery) override {
         if (fronts_ != nullptr)

@@ -13,6 +13,7 @@
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <opencv2/imgcodecs.hpp>
 
 #include "CommandOutput.h"
 #include "StreamProducer.h"
@@ -227,6 +228,19 @@ TEST(SoapThread, AnswersTheOperationsWithContentAndSurvivesBadRequests) {
     EXPECT_EQ(ElementText(info, "Model"), "Gate1");
     EXPECT_EQ(ElementText(info, "Manufacturer"), "Halvern");
 
+    // Before there is a picture the snapshot is unavailable; then it is the source's JPEG.
+    const std::string snapshotUri = Exchange(
+        port, SoapRequest("<GetSnapshotUri xmlns=\"http://www.onvif.org/ver10/media/wsdl\">"
+                          "<ProfileToken>mobile_h264</ProfileToken></GetSnapshotUri>"));
+    EXPECT_EQ(ElementText(snapshotUri, "Uri"),
+              "http://127.0.0.1:" + std::to_string(port) + "/onvif/snapshot.jpg");
+    const std::string get = "GET /onvif/snapshot.jpg HTTP/1.1\r\nHost: x\r\n\r\n";
+    EXPECT_EQ(Exchange(port, get).rfind("HTTP/1.1 503", 0), 0u);
+    soap.SetSnapshotSource([] { return std::string("\xff\xd8 a picture \xff\xd9"); });
+    const std::string shot = Exchange(port, get);
+    EXPECT_EQ(shot.rfind("HTTP/1.1 200 OK", 0), 0u) << shot;
+    EXPECT_NE(shot.find("Content-Type: image/jpeg\r\n"), std::string::npos);
+    EXPECT_EQ(shot.substr(shot.find("\r\n\r\n") + 4), "\xff\xd8 a picture \xff\xd9");
     const std::string uri =
         Exchange(port, SoapRequest("<GetStreamUri xmlns=\"http://www.onvif.org/ver10/media/wsdl\">"
                                    "<ProfileToken>other</ProfileToken></GetStreamUri>"));
@@ -459,11 +473,24 @@ TEST(OnvifClient, DiscoversTheDeviceReadsItAndPlaysItsStream) {
     discovery.Run();
     ASSERT_TRUE(WaitServing(soap));
 
+    soap.SetSnapshotSource([&rtsp] { return rtsp.Snapshot("OnvifCam"); });
+    const std::string snapshot = std::string(CORVANE_APP_DIR) + "/onvif-snapshot-test.jpg";
+    std::remove(snapshot.c_str());
     const std::string found =
-        CommandOutput("timeout 60 node " + client + "/discover_and_play.js OnvifCam");
+        CommandOutput("timeout 60 node " + client + "/discover_and_play.js OnvifCam " + snapshot);
     EXPECT_NE(found.find("\"model\":\"OnvifCam\""), std::string::npos) << found;
     EXPECT_NE(found.find("\"manufacturer\":\"Halvern\""), std::string::npos) << found;
     EXPECT_NE(found.find("\"profile\":\"mobile h264\""), std::string::npos) << found;
+    // The snapshot the device names is the stream's latest picture, whole.
+    EXPECT_NE(found.find("\"snapshotUri\":\"http://127.0.0.1:" + std::to_string(port) +
+                         "/onvif/snapshot.jpg\""),
+              std::string::npos)
+        << found;
+    EXPECT_NE(found.find("\"snapshotType\":\"image/jpeg\""), std::string::npos) << found;
+    const cv::Mat picture = cv::imread(snapshot);
+    EXPECT_EQ(picture.cols, 320);
+    EXPECT_EQ(picture.rows, 240);
+    std::remove(snapshot.c_str());
     const std::string uri = "rtsp://127.0.0.1:8554/OnvifCam";
     EXPECT_NE(found.find("\"uri\":\"" + uri + "\""), std::string::npos) << found;
     EXPECT_EQ(CommandOutput("timeout 30 ffprobe -v error -rtsp_transport tcp -select_streams v:0 "

@@ -57,7 +57,7 @@ EMPTY = {
     GetAudioEncoderConfigurationOptions GetMetadataConfigurationOptions
     GetAudioOutputConfigurationOptions GetAudioDecoderConfigurationOptions
     GetGuaranteedNumberOfVideoEncoderInstances StartMulticastStreaming
-    StopMulticastStreaming SetSynchronizationPoint GetSnapshotUri
+    StopMulticastStreaming SetSynchronizationPoint
     """.split(),
     "tev": "GetServiceCapabilities CreatePullPointSubscription GetEventProperties".split(),
     "tls": """
@@ -81,7 +81,7 @@ EMPTY = {
 # Operations with content: their response types are written out in TYPES below.
 CONTENT = {
     "tds": ["GetDeviceInformation", "GetScopes", "GetCapabilities", "GetSystemDateAndTime"],
-    "trt": ["GetVideoSources", "GetProfile", "GetProfiles", "GetStreamUri"],
+    "trt": ["GetVideoSources", "GetProfile", "GetProfiles", "GetStreamUri", "GetSnapshotUri"],
 }
 
 SERVICES = [  # prefix, service name (the generated class is <name>Service), namespace, served
@@ -234,6 +234,8 @@ class _trt__GetProfiles { };
 class _trt__GetProfilesResponse { std::vector<tt__Profile*> Profiles 0; };
 class _trt__GetStreamUri { std::string ProfileToken 0; };
 class _trt__GetStreamUriResponse { tt__MediaUri* MediaUri 1; };
+class _trt__GetSnapshotUri { std::string ProfileToken 0; };
+class _trt__GetSnapshotUriResponse { tt__MediaUri* MediaUri 1; };
 """
 
 # Empty responses whose element nevertheless has a required child, written nil.

@@ -1,10 +1,14 @@
 // Finds the device of one stream the way an ONVIF client does: a WS-Discovery Probe, then the
 // device service at the address the answer gives, then capabilities, profiles and stream URI.
-// Prints one JSON line with what it found; exits non-zero when a step fails.
+// Prints one JSON line with what it found; exits non-zero when a step fails. With a second
+// argument, also fetches the snapshot the device names and saves it there.
 'use strict';
+const fs = require('fs');
+const http = require('http');
 const onvif = require('onvif');
 
 const name = process.argv[2];
+const snapshotFile = process.argv[3];
 const fail = (step, err) => {
     console.log(JSON.stringify({ failed: step, error: String(err) }));
     process.exit(1);
@@ -27,7 +31,7 @@ onvif.Discovery.probe({ timeout: 4000, resolve: false }, (err, matches) => {
                 cam.getStreamUri({ protocol: 'RTSP', profileToken: profiles[0].$.token },
                     (err, stream) => {
                         if (err) fail('stream uri', err);
-                        console.log(JSON.stringify({
+                        const found = {
                             xaddr: xaddr.href,
                             manufacturer: info.manufacturer,
                             model: info.model,
@@ -35,8 +39,25 @@ onvif.Discovery.probe({ timeout: 4000, resolve: false }, (err, matches) => {
                             profile: profiles[0].name,
                             width: profiles[0].videoEncoderConfiguration.resolution.width,
                             uri: stream.uri,
-                        }));
-                        process.exit(0);
+                        };
+                        if (!snapshotFile) {
+                            console.log(JSON.stringify(found));
+                            process.exit(0);
+                        }
+                        cam.getSnapshotUri({ profileToken: profiles[0].$.token }, (err, shot) => {
+                            if (err) fail('snapshot uri', err);
+                            found.snapshotUri = shot.uri;
+                            http.get(shot.uri, (res) => {
+                                const parts = [];
+                                res.on('data', (part) => parts.push(part));
+                                res.on('end', () => {
+                                    fs.writeFileSync(snapshotFile, Buffer.concat(parts));
+                                    found.snapshotType = res.headers['content-type'];
+                                    console.log(JSON.stringify(found));
+                                    process.exit(0);
+                                });
+                            }).on('error', (err) => fail('snapshot', err));
+                        });
                     });
             });
         });
