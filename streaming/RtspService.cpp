@@ -5,10 +5,12 @@
 #include <gst/app/gstappsrc.h>
 #include <gst/gst.h>
 #include <gst/rtsp-server/rtsp-server.h>
+#include <gst/sdp/sdp.h>
 
 #include <chrono>
 #include <cstdio>
 #include <memory>
+#include <mutex>
 
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
@@ -121,11 +123,44 @@ void OnUnprepared(GstRTSPMedia*, gpointer data) {
     stream->encoder.reset();  // encoding stops until the next client
 }
 
+// The session description names the stream (s= and i=) and gives the estimated bit rate
+// clients plan with (b=AS, kilobits a second), the same for every stream.
+constexpr guint kAnnouncedBitRate = 150000;
+constexpr const char* kStreamNameKey = "corvane-stream-name";
+
+using CreateSdpFunction = GstSDPMessage* (*)(GstRTSPClient*, GstRTSPMedia*);
+CreateSdpFunction libraryCreateSdp = nullptr;
+
+GstSDPMessage* NamedSdp(GstRTSPClient* client, GstRTSPMedia* media) {
+    GstSDPMessage* sdp = libraryCreateSdp(client, media);
+    const auto* name = static_cast<const char*>(g_object_get_data(G_OBJECT(media), kStreamNameKey));
+    if (sdp != nullptr && name != nullptr) {
+        gst_sdp_message_set_session_name(sdp, name);
+        gst_sdp_message_set_information(sdp, name);
+    }
+    return sdp;
+}
+
+// The server library has no setting for the session's name: its clients' description step is
+// wrapped once for the process (the library's own step still builds the description).
+void NameSessionsAfterStreams() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        auto* client = static_cast<GstRTSPClientClass*>(g_type_class_ref(GST_TYPE_RTSP_CLIENT));
+        libraryCreateSdp = client->create_sdp;
+        client->create_sdp = NamedSdp;
+    });
+}
+
 void OnMediaConfigure(GstRTSPMediaFactory*, GstRTSPMedia* media, gpointer data) {
     RtspService::Stream* stream = StreamOf(data);
     GstElement* element = gst_rtsp_media_get_element(media);
     GstElement* source = gst_bin_get_by_name_recurse_up(GST_BIN(element), "src");
     gst_object_unref(element);
+    g_object_set_data_full(G_OBJECT(media), kStreamNameKey, g_strdup(stream->name.c_str()), g_free);
+    if (source != nullptr)  // queued by the source and sent ahead of its first picture
+        gst_element_send_event(source, gst_event_new_tag(gst_tag_list_new(
+                                           GST_TAG_MAXIMUM_BITRATE, kAnnouncedBitRate, nullptr)));
     g_signal_connect_data(media, "unprepared", G_CALLBACK(OnUnprepared),
                           HoldStream(*static_cast<StreamRef*>(data)), ReleaseStream,
                           static_cast<GConnectFlags>(0));
@@ -174,6 +209,7 @@ void RtspService::Stream::PushFrame(const uint8_t* data, int frameWidth, int fra
 RtspService::RtspService(std::string address, int port)
     : address_(std::move(address)), port_(port) {
     gst_init(nullptr, nullptr);
+    NameSessionsAfterStreams();
 }
 
 RtspService::~RtspService() {

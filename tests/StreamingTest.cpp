@@ -2,11 +2,13 @@
 // on loopback: ffprobe and GStreamer's discoverer.
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -21,6 +23,35 @@ namespace {
 // A port for this test process, away from the program's own 8554.
 int TestPort() {
     return 18000 + static_cast<int>(::getpid() % 1000) * 2;
+}
+
+// A DESCRIBE as a client sends it first; the whole answer, session description included.
+std::string Describe(int port, const std::string& name) {
+    const int sock = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in to{};
+    to.sin_family = AF_INET;
+    to.sin_port = htons(static_cast<uint16_t>(port));
+    to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    std::string answer;
+    if (::connect(sock, reinterpret_cast<sockaddr*>(&to), sizeof to) == 0) {
+        const std::string request = "DESCRIBE rtsp://127.0.0.1:" + std::to_string(port) + "/" +
+                                    name +
+                                    " RTSP/1.0\r\nCSeq: 1\r\nAccept: application/sdp\r\n\r\n";
+        ::send(sock, request.data(), request.size(), MSG_NOSIGNAL);
+        timeval wait{10, 0};
+        ::setsockopt(sock, SOL_SOCKET, SO_RCVTIMEO, &wait, sizeof wait);
+        char chunk[4096];
+        for (ssize_t n; (n = ::recv(sock, chunk, sizeof chunk, 0)) > 0;) {
+            answer.append(chunk, static_cast<size_t>(n));
+            const size_t body = answer.find("\r\n\r\n");
+            const size_t length = answer.find("Content-Length: ");
+            if (body != std::string::npos && length != std::string::npos &&
+                answer.size() >= body + 4 + std::stoul(answer.substr(length + 16)))
+                break;
+        }
+    }
+    ::close(sock);
+    return answer;
 }
 
 bool WaitRunning(const RtspService& service) {
@@ -111,6 +142,23 @@ TEST(RtspService, FfprobeAndGStreamerPlayAStreamAtItsSize) {
     const std::string gone =
         CommandOutput("timeout 20 ffprobe -v error -rtsp_transport tcp " + url);
     EXPECT_NE(gone.find("404"), std::string::npos) << gone;
+}
+
+TEST(RtspService, TheSessionDescriptionNamesTheStreamAndItsBitRate) {
+    RtspService service("127.0.0.1", TestPort());
+    service.Start();
+    ASSERT_TRUE(WaitRunning(service));
+    service.AddStream("Gate_West", 400000);
+    StreamProducer producer(service, "Gate_West", 320, 240);
+    // A site's streams are fed long before a client comes: the producer's pace is known.
+    for (int i = 0; i < 60 && service.StreamRate("Gate_West", 0) == 0; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    const std::string answer = Describe(TestPort(), "Gate_West");
+    EXPECT_EQ(answer.rfind("RTSP/1.0 200 OK", 0), 0u) << answer;
+    EXPECT_NE(answer.find("\r\ns=Gate_West\r\n"), std::string::npos) << answer;
+    EXPECT_NE(answer.find("\r\ni=Gate_West\r\n"), std::string::npos) << answer;
+    EXPECT_NE(answer.find("\r\nb=AS:150\r\n"), std::string::npos) << answer;
+    EXPECT_NE(answer.find("a=framerate:10"), std::string::npos) << answer;
 }
 
 TEST(RtspService, ATakenPortLeavesTheServiceWaitingAndStreamsUnlisted) {
