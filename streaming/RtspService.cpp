@@ -175,6 +175,43 @@ void OnMediaConfigure(GstRTSPMediaFactory*, GstRTSPMedia* media, gpointer data) 
     stream->alive = source != nullptr;
 }
 
+// A client that had a session is marked, so that once its sessions have expired its
+// connection, and the media it still holds, can be let go.
+constexpr const char* kHadSessionKey = "corvane-had-session";
+
+void OnNewSession(GstRTSPClient* client, GstRTSPSession* session, gpointer) {
+    gst_rtsp_session_set_timeout(session, RtspService::kSessionTimeoutSeconds);
+    g_object_set_data(G_OBJECT(client), kHadSessionKey, GINT_TO_POINTER(1));
+}
+
+void OnClientConnected(GstRTSPServer*, GstRTSPClient* client, gpointer) {
+    g_signal_connect(client, "new-session", G_CALLBACK(OnNewSession), nullptr);
+}
+
+GstRTSPFilterResult CountSession(GstRTSPClient*, GstRTSPSession*, gpointer count) {
+    ++*static_cast<int*>(count);
+    return GST_RTSP_FILTER_KEEP;
+}
+
+GstRTSPFilterResult DropClientWithoutSession(GstRTSPServer*, GstRTSPClient* client, gpointer) {
+    if (g_object_get_data(G_OBJECT(client), kHadSessionKey) == nullptr)
+        return GST_RTSP_FILTER_KEEP;  // still on its way to its first session
+    int sessions = 0;
+    gst_rtsp_client_session_filter(client, CountSession, &sessions);
+    return sessions == 0 ? GST_RTSP_FILTER_REMOVE : GST_RTSP_FILTER_KEEP;
+}
+
+// A frozen client sends neither requests nor receiver reports: its session expires, and its
+// connection, which would keep the stream's media (and so the encoder) alive, is closed.
+gboolean ReclaimSilentClients(gpointer server) {
+    auto* rtsp = static_cast<GstRTSPServer*>(server);
+    GstRTSPSessionPool* pool = gst_rtsp_server_get_session_pool(rtsp);
+    gst_rtsp_session_pool_cleanup(pool);
+    g_object_unref(pool);
+    gst_rtsp_server_client_filter(rtsp, DropClientWithoutSession, nullptr);
+    return G_SOURCE_CONTINUE;
+}
+
 std::string MountPath(const std::string& name) {
     return "/" + name;
 }
@@ -236,8 +273,15 @@ bool RtspService::Attach() {
     server_ = gst_rtsp_server_new();
     gst_rtsp_server_set_address(server_, address_.c_str());
     gst_rtsp_server_set_service(server_, std::to_string(port_).c_str());
-    if (gst_rtsp_server_attach(server_, context_) != 0)
+    g_signal_connect(server_, "client-connected", G_CALLBACK(OnClientConnected), nullptr);
+    if (gst_rtsp_server_attach(server_, context_) != 0) {
+        // Sessions without a sign of life are ended, and so are connections left without one.
+        GSource* reclaim = g_timeout_source_new_seconds(kReclaimPeriodSeconds);
+        g_source_set_callback(reclaim, ReclaimSilentClients, server_, nullptr);
+        g_source_attach(reclaim, context_);
+        g_source_unref(reclaim);
         return true;
+    }
     g_object_unref(server_);
     server_ = nullptr;
     return false;

@@ -25,6 +25,10 @@ class RtspService : public StreamServices {
     static constexpr int kIntervalMs = 5000;  // rate statistics written into the encoder
     static constexpr int kDefaultWidth = 640;
     static constexpr int kDefaultHeight = 480;
+    // A client session without a request or receiver report for this long ends; looked at
+    // every kReclaimPeriodSeconds.
+    static constexpr unsigned kSessionTimeoutSeconds = 65;
+    static constexpr unsigned kReclaimPeriodSeconds = 5;
 
     explicit RtspService(std::string address = "0.0.0.0", int port = kPort);
     ~RtspService() override;

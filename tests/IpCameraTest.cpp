@@ -142,12 +142,13 @@ class LoadedCamera {
 std::vector<std::pair<std::string, std::string>> Settings(const std::string& url,
                                                           const std::string& transport = "TCP",
                                                           const std::string& user = "",
-                                                          const std::string& password = "") {
+                                                          const std::string& password = "",
+                                                          const std::string& stall = "2") {
     return {{"URL", url},
             {"User", user},
             {"Password", password},
             {"Transport", transport},
-            {"Stall time (s)", "2"}};
+            {"Stall time (s)", stall}};
 }
 
 std::string RtspUrl(int port) {
@@ -298,9 +299,10 @@ TEST(IpCamera, ReadsH264H265AndMjpegFromGStreamersRtspServerOverTcpAndUdp) {
             SCOPED_TRACE(std::string(codec) + " over " + transport);
             const std::string url =
                 "rtsp://127.0.0.1:" + std::to_string(port) + "/" + std::string(codec);
-            LoadedCamera source(Settings(url, transport));
+            // The server makes each codec's media on its first client: the default stall time.
+            LoadedCamera source(Settings(url, transport, "", "", "5"));
             source.StartSampling();
-            EXPECT_TRUE(source.WaitFrames(10, 10000ms));
+            EXPECT_TRUE(source.WaitFrames(10, 20000ms));
             EXPECT_EQ(source.LastSize(), std::make_pair(640, 360));
             // The test picture is a white ball on black: both are in every whole picture.
             const cv::Mat picture = source.LastPicture();

@@ -1,8 +1,12 @@
 // The H.264 encoder's conversion and size handling, and the RTSP service played by real clients
 // on loopback: ffprobe and GStreamer's discoverer.
+#include <fcntl.h>
 #include <netinet/in.h>
+#include <signal.h>
+#include <spawn.h>
 #include <sys/socket.h>
 #include <sys/time.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -17,6 +21,8 @@
 #include "StreamProducer.h"
 #include "streaming/H264Encoder.h"
 #include "streaming/RtspService.h"
+
+extern char** environ;
 
 namespace {
 
@@ -159,6 +165,43 @@ TEST(RtspService, TheSessionDescriptionNamesTheStreamAndItsBitRate) {
     EXPECT_NE(answer.find("\r\ni=Gate_West\r\n"), std::string::npos) << answer;
     EXPECT_NE(answer.find("\r\nb=AS:150\r\n"), std::string::npos) << answer;
     EXPECT_NE(answer.find("a=framerate:10"), std::string::npos) << answer;
+}
+
+TEST(RtspService, AFrozenClientIsLetGoOnceItsSessionHasTimedOut) {
+    // An ffmpeg client over UDP, stopped with SIGSTOP while it plays: it sends no receiver
+    // report any more; after the session time-out its session and connection go, and with
+    // them the encoding.
+    RtspService service("127.0.0.1", TestPort());
+    service.Start();
+    ASSERT_TRUE(WaitRunning(service));
+    service.AddStream("Frozen", 400000);
+    StreamProducer producer(service, "Frozen", 320, 240);
+    const std::string url = "rtsp://127.0.0.1:" + std::to_string(TestPort()) + "/Frozen";
+    pid_t client = 0;
+    const char* argv[] = {"ffmpeg", "-v", "quiet",     "-rtsp_transport",
+                          "udp",    "-i", url.c_str(), "-f",
+                          "null",   "-",  nullptr};
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    ASSERT_EQ(posix_spawnp(&client, "ffmpeg", &actions, nullptr, const_cast<char**>(argv), environ),
+              0);
+    posix_spawn_file_actions_destroy(&actions);
+    for (int i = 0; i < 300 && !service.IsStreamLive("Frozen"); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_TRUE(service.IsStreamLive("Frozen"));
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+    ::kill(client, SIGSTOP);
+    const auto frozen = std::chrono::steady_clock::now();
+    const auto limit = std::chrono::seconds(RtspService::kSessionTimeoutSeconds + 20);
+    while (service.IsStreamLive("Frozen") && std::chrono::steady_clock::now() - frozen < limit)
+        std::this_thread::sleep_for(std::chrono::milliseconds(250));
+    const auto reclaimed = std::chrono::steady_clock::now() - frozen;
+    ::kill(client, SIGKILL);
+    ::waitpid(client, nullptr, 0);
+    EXPECT_FALSE(service.IsStreamLive("Frozen"));
+    EXPECT_GE(reclaimed, std::chrono::seconds(RtspService::kSessionTimeoutSeconds - 5));
+    EXPECT_LE(reclaimed, std::chrono::seconds(RtspService::kSessionTimeoutSeconds + 15));
 }
 
 TEST(RtspService, ATakenPortLeavesTheServiceWaitingAndStreamsUnlisted) {
