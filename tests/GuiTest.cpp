@@ -586,6 +586,60 @@ void Press(wxWindow& control, wxEventType type) {
 
 }  // namespace
 
+namespace {
+
+// Every label of the grid is shown whole, and its values have at least minimum pixels.
+void ExpectReadable(wxPropertyGrid& grid, int minimum) {
+    const int splitter = grid.GetSplitterPosition();
+
+    for (wxPropertyGridIterator it = grid.GetIterator(wxPG_ITERATE_PROPERTIES); !it.AtEnd(); ++it) {
+        const wxString label = (*it)->GetLabel();
+        EXPECT_LE(grid.GetTextExtent(label).x + grid.GetMarginWidth(), splitter)
+            << label.utf8_str().data();
+    }
+    EXPECT_GE(grid.GetClientSize().x - splitter, minimum);
+}
+
+}  // namespace
+
+TEST(DesktopProgram, PropertyGridsShowWholeLabelsAndLeaveTheValuesTheRest) {
+    OpenWindow window;
+    Pump(std::chrono::milliseconds(300));
+    // At first start (no layout.ini, the window at its first size) the live view has room for
+    // plates and score bars.
+    const int frameWidth = window.frame->GetClientSize().x;
+    EXPECT_GE(window.frame->Aui().GetPane("Video Source View").window->GetSize().x * 10,
+              frameWidth * 4);
+    window.frame->SetSize(1024, 768);
+    // Each management pane as it opens from the View menu at 1024x768.
+    const std::vector<std::pair<const char*, wxPropertyGrid*>> panes = {
+        {"Video Sources Management", window.frame->Cameras()->Grid()},
+        {"ROIs Management", window.frame->Regions()->Grid()},
+        {"Lanes Management", window.frame->Gates()->Grid()},
+        {"Triggers Management", window.frame->Triggers()->Grid()}};
+    for (const auto& [name, grid] : panes) {
+        SCOPED_TRACE(name);
+        window.frame->Aui().GetPane(name).Show();
+        window.frame->Aui().Update();
+        Pump(std::chrono::milliseconds(300));
+        ExpectReadable(*grid, 60);
+        window.frame->Aui().GetPane(name).Hide();
+        window.frame->Aui().Update();
+    }
+    // The project dialog: names and folders typed there can be read.
+    bool checked = false;
+    window.dialogs.project = [&](NewPrjDialog& dialog) {
+        dialog.Show();
+        Pump(std::chrono::milliseconds(300));
+        ExpectReadable(*dialog.Grid(), 250);
+        dialog.Hide();
+        checked = true;
+        return 0;
+    };
+    Menu(*window.frame, ID_MODIFYPROJECT);
+    EXPECT_TRUE(checked);
+}
+
 TEST(DesktopProgram, ANetworkCameraIsFoundInItsOwnDialogAndKeepsItsSettings) {
     // A camera's device front on this host: found by the dialog's probe, asked for its
     // profiles and stream address.

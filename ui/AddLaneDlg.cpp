@@ -6,6 +6,7 @@
 #include <wx/sizer.h>
 
 #include "LaneGrid.h"
+#include "PropertyGridLayout.h"
 #include "core/Project.h"
 #include "core/ShapeText.h"
 #include "platform/Log.h"
@@ -15,6 +16,7 @@ AddLaneDlg::AddLaneDlg(wxWindow* parent, const UiContext& context)
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       context_(context) {
     grid_ = new wxPropertyGrid(this, wxID_ANY);
+    KeepLabelsReadable(grid_);
     LaneGrid::Build(grid_, *context.project, LaneGrid::Form::Add);
     auto* add = new wxButton(this, wxID_ANY, "Add ROI");
     auto* cancel = new wxButton(this, wxID_ANY, "Cancel");

@@ -10,6 +10,7 @@
 #include "CameraModDlg.h"
 #include "NativeWindowOf.h"
 #include "ParametriScheda.h"
+#include "PropertyGridLayout.h"
 #include "StreamingRows.h"
 #include "core/Project.h"
 #include "corvane/CameraPlugin.h"
@@ -31,6 +32,7 @@ constexpr int kListId = 6080;
 CameraDlg::CameraDlg(wxWindow* parent, const UiContext& context, LaneControl& control)
     : wxPanel(parent, wxID_ANY), context_(context), control_(control) {
     grid_ = new wxPropertyGrid(this, wxID_ANY);
+    KeepLabelsReadable(grid_);
     grid_->AddActionTrigger(wxPG_ACTION_NEXT_PROPERTY, WXK_RETURN);
     grid_->DedicateKey(WXK_RETURN);
     grid_->Append(new wxPropertyCategory("New Camera", "NEWCAMERA"));

@@ -4,6 +4,7 @@
 #include <wx/propgrid/propgrid.h>
 #include <wx/sizer.h>
 
+#include "PropertyGridLayout.h"
 #include "StreamingRows.h"
 #include "core/Project.h"
 #include "platform/Log.h"
@@ -18,6 +19,7 @@ CameraModDlg::CameraModDlg(wxWindow* parent, Project& project, Camera& camera)
       project_(project),
       camera_(camera) {
     grid_ = new wxPropertyGrid(this, wxID_ANY);
+    KeepLabelsReadable(grid_);
     AppendStreamingRows(grid_, "Autodiscovery", 1024);
     WriteStreamingRows(grid_, StreamingValuesOf(camera));
     auto* sizer = new wxBoxSizer(wxVERTICAL);

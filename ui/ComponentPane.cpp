@@ -4,6 +4,7 @@
 #include <wx/listctrl.h>
 #include <wx/propgrid/propgrid.h>
 
+#include "PropertyGridLayout.h"
 #include "core/Project.h"
 
 namespace {
@@ -14,6 +15,7 @@ ComponentPane::ComponentPane(wxWindow* parent, const UiContext& context, const B
                              const std::vector<const char*>& columns)
     : wxPanel(parent, wxID_ANY), context_(context) {
     grid_ = new wxPropertyGrid(this, wxID_ANY);
+    KeepLabelsReadable(grid_);
     grid_->AddActionTrigger(wxPG_ACTION_NEXT_PROPERTY, WXK_RETURN);
     grid_->DedicateKey(WXK_RETURN);
     add_ = new wxButton(this, buttons.addId, buttons.add);

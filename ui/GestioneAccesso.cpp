@@ -4,12 +4,14 @@
 #include <wx/propgrid/propgrid.h>
 #include <wx/sizer.h>
 
+#include "PropertyGridLayout.h"
 #include "core/Project.h"
 
 GestioneAccesso::GestioneAccesso(wxWindow* parent, Project& project)
     : wxDialog(parent, wxID_ANY, "User Access", wxDefaultPosition, wxSize(320, 260)),
       project_(project) {
     grid_ = new wxPropertyGrid(this, wxID_ANY);
+    KeepLabelsReadable(grid_);
     grid_->Append(new wxPropertyCategory("Selected Transit"));
     grid_->Append(
         new wxStringProperty("Username", "Username", wxString::FromUTF8(project.username)));

@@ -9,6 +9,7 @@
 #include <cstdio>
 
 #include "LaneGrid.h"
+#include "PropertyGridLayout.h"
 #include "core/Project.h"
 #include "core/ShapeText.h"
 #include "platform/Log.h"
@@ -29,6 +30,7 @@ GestioneLane::GestioneLane(wxWindow* parent, const UiContext& context)
          {"ID", "Name", "Video Source", "Lane", "Trigger", "Streaming Port", "Autodiscovery"})
         list_->AppendColumn(header);
     grid_ = new wxPropertyGrid(this, kGridId);
+    KeepLabelsReadable(grid_);
     LaneGrid::Build(grid_, *context.project, LaneGrid::Form::Modify);
     save_ = new wxButton(this, kSaveId, "Save Changes");
     remove_ = new wxButton(this, kRemoveId, "Remove ROI");

@@ -5,6 +5,7 @@
 #include <wx/propgrid/propgrid.h>
 #include <wx/sizer.h>
 
+#include "PropertyGridLayout.h"
 #include "core/Project.h"
 
 LaneDlg::LaneDlg(wxWindow* parent, const UiContext& context) : wxPanel(parent, wxID_ANY) {
@@ -15,6 +16,7 @@ LaneDlg::LaneDlg(wxWindow* parent, const UiContext& context) : wxPanel(parent, w
     for (const char* header : {"ROI", "X1 (%)", "Y1 (%)", "X2 (%)", "Y2 (%)"})
         boxes->AppendColumn(header);
     auto* grid = new wxPropertyGrid(this, wxID_ANY);
+    KeepLabelsReadable(grid);
     grid->Append(new wxPropertyCategory("New ROI"));
     grid->Append(new wxStringProperty("ROI Name"));
     grid->Append(new wxIntProperty("ID"));

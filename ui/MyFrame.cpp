@@ -84,6 +84,9 @@ MyFrame::MyFrame(Project& project, StartMode mode)
       mode_(mode),
       activitytimer(this, ID_ACTIVITYTIMER) {
     auimanager.SetManagedWindow(this);
+    // A dock may take half the window (the library's default is a third): the live view
+    // starts wide enough to read plates.
+    auimanager.SetDockSizeConstraint(0.5, 0.5);
     if (mode != kStartNormal)
         OpenConsole();
     std::fprintf(stderr, "%s\n\n", ProjectSession::kBanner);
@@ -201,38 +204,47 @@ void MyFrame::BuildMenus() {
 
 void MyFrame::BuildPanes() {
     const UiContext context{&project_, this};
-    auto info = [](const char* name, int minimum, int best, wxSize floating) {
+    // First-start sizes: the views take about 45% of a 1024-pixel window, so plates and
+    // score bars can be read; a management pane fits its longest label and a value beside it.
+    auto info = [](const char* name, wxSize minimum, wxSize best) {
         return wxAuiPaneInfo()
             .Name(name)
             .Caption(name)
-            .MinSize(minimum, minimum)
-            .BestSize(best, best)
-            .FloatingSize(floating)
+            .MinSize(minimum)
+            .BestSize(best)
+            .FloatingSize(best)
             .TopDockable()
             .BottomDockable()
             .LeftDockable()
             .RightDockable();
     };
+    const wxSize viewMinimum(320, 240);
+    const wxSize view(460, 345);
+    const wxSize sideMinimum(300, 200);
+    const wxSize side(340, 420);
+    const wxSize bottomMinimum(300, 200);
+    const wxSize bottom(560, 260);
     viewframe = new ViewFrame(this, context);
-    auimanager.AddPane(viewframe, info("Video Source View", 100, 200, {250, 250}).Right().Show());
+    auimanager.AddPane(viewframe, info("Video Source View", viewMinimum, view).Right().Show());
     lanedlg = new LaneDlg(this, context);
-    auimanager.AddPane(lanedlg, info("Video Sources", 50, 150, {250, 250}).Bottom().Hide());
+    auimanager.AddPane(lanedlg, info("Video Sources", bottomMinimum, bottom).Bottom().Hide());
     boarddlg = new BoardDlg(this, context);
-    auimanager.AddPane(boarddlg, info("Boards Management", 50, 150, {250, 400}).Left().Hide());
+    auimanager.AddPane(boarddlg, info("Boards Management", sideMinimum, side).Left().Hide());
     triggerdlg = new TriggerDlg(this, context);
-    auimanager.AddPane(triggerdlg, info("Triggers Management", 50, 150, {250, 400}).Left().Hide());
+    auimanager.AddPane(triggerdlg, info("Triggers Management", sideMinimum, side).Left().Hide());
     cameradlg = new CameraDlg(this, context, *control_);
     auimanager.AddPane(cameradlg,
-                       info("Video Sources Management", 50, 150, {250, 400}).Left().Hide());
+                       info("Video Sources Management", sideMinimum, side).Left().Hide());
     gestionelane = new GestioneLane(this, context);
-    auimanager.AddPane(gestionelane, info("ROIs Management", 50, 150, {400, 250}).Bottom().Hide());
+    auimanager.AddPane(gestionelane,
+                       info("ROIs Management", bottomMinimum, bottom).Bottom().Hide());
     integratordlg = new IntegratorDlg(this, context);
-    auimanager.AddPane(integratordlg, info("Lanes Management", 50, 150, {250, 400}).Right().Hide());
+    auimanager.AddPane(integratordlg, info("Lanes Management", sideMinimum, side).Right().Hide());
     processordlg = new ProcessorDlg(this, context);
     auimanager.AddPane(processordlg,
-                       info("Post Processor Management", 50, 150, {400, 250}).Right().Hide());
+                       info("Post Processor Management", bottomMinimum, bottom).Right().Hide());
     laneresult = new LaneLPRResult(this, context);
-    auimanager.AddPane(laneresult, info("ROI LPR Result", 100, 200, {250, 250}).Right().Hide());
+    auimanager.AddPane(laneresult, info("ROI LPR Result", viewMinimum, view).Right().Hide());
     lprlist = new LPRList(this, context);
     auimanager.AddPane(lprlist, wxAuiPaneInfo()
                                     .Name("View Frame")

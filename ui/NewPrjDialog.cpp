@@ -7,6 +7,7 @@
 
 #include <mutex>
 
+#include "PropertyGridLayout.h"
 #include "core/Project.h"
 #include "platform/FileSystem.h"
 
@@ -21,10 +22,11 @@ std::string TextOf(wxPropertyGrid* grid, const char* key) {
 
 NewPrjDialog::NewPrjDialog(wxWindow* parent, Project& project, int modifyMode)
     : wxDialog(parent, wxID_ANY, modifyMode ? "Modify Project" : "New Project", wxDefaultPosition,
-               wxSize(250, 400), wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+               wxSize(520, 460), wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       modify(modifyMode),
       project_(project) {
     grid_ = new wxPropertyGrid(this, wxID_ANY);
+    KeepLabelsReadable(grid_);
     grid_->Append(new wxPropertyCategory("New Project"));
     grid_->Append(new wxStringProperty("Project Name", "Project Name", ""));
     grid_->Append(new wxDirProperty("Project Folder", "Project Folder", ""));

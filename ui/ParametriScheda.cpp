@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 
+#include "PropertyGridLayout.h"
 #include "core/Project.h"
 
 namespace {
@@ -50,6 +51,7 @@ void ParametriScheda::Build(const std::string& description) {
         SetTitle(wxString::FromUTF8(parsed.title));
     grid_ = new wxPropertyGrid(this, kGridId, wxDefaultPosition, wxDefaultSize,
                                wxPG_SPLITTER_AUTO_CENTER | wxPG_DEFAULT_STYLE);
+    KeepLabelsReadable(grid_);
     grid_->AddActionTrigger(wxPG_ACTION_NEXT_PROPERTY, WXK_RETURN);
     grid_->DedicateKey(WXK_RETURN);
     if (namerow)
