@@ -640,6 +640,65 @@ TEST(DesktopProgram, PropertyGridsShowWholeLabelsAndLeaveTheValuesTheRest) {
     EXPECT_TRUE(checked);
 }
 
+TEST(DesktopProgram, EveryRegionShowsItsPolygonOnTheLiveViewWithoutBeingSelected) {
+    OpenWindow window;
+    Project& project = window.project;
+    window.dialogs.settings = [](ParametriScheda& dialog) {
+        dialog.SetRowValue("Source", "Synthetic traffic");
+        dialog.SetRowValue("Width", "640");
+        dialog.SetRowValue("Height", "360");
+        dialog.Update();
+        return 1;
+    };
+    SetRow(window.frame->Cameras()->Grid(), "Name", "Cam1");
+    SetRow(window.frame->Cameras()->Grid(), "Type", "Video Source");
+    window.frame->Cameras()->OnAddCamera();
+    ASSERT_EQ(project.cameras.GetCount(), 1u);
+    window.dialogs.region = [](AddLaneDlg& dialog) {
+        SetRow(dialog.Grid(), "ROI Name", "Lane1");
+        SetRow(dialog.Grid(), "Shape", "100,100;900,100;500,900");  // a triangle
+        SetRow(dialog.Grid(), "CAMERASEL", "Cam1");
+        return dialog.OnAddLane() ? 1 : 0;
+    };
+    Menu(*window.frame, ID_ADDROI);
+    ASSERT_EQ(project.lanes.GetCount(), 1u);
+    window.frame->Cameras()->Select(project.cameras[0].id);
+    window.frame->Cameras()->OnStartSampling();
+    EXPECT_EQ(project.cameras[0].sampling, 1);
+    Pump(std::chrono::milliseconds(200));  // the live view's source list follows the change
+    ViewFrame& view = *window.frame->View();
+    view.SelectSource("Cam1");
+    ASSERT_TRUE(
+        Pump(std::chrono::seconds(10), [&] { return view.Editor().state == ShapeEditor::kReady; }));
+    view.SetSelectedRoi(-1);
+    view.Refresh();
+    view.Update();
+    Pump(std::chrono::milliseconds(300));
+
+    // The picture on the screen: the triangle's slanted side, which no box line covers, is
+    // drawn in the regions' green.
+    wxClientDC screen(&view);
+    const wxSize size = view.GetClientSize();
+    wxBitmap bitmap(size);
+    {
+        wxMemoryDC memory(bitmap);
+        memory.Blit(0, 0, size.x, size.y, &screen, 0, 0);
+    }
+    const wxImage picture = bitmap.ConvertToImage();
+    const wxPoint side = view.OnView(ShapePoint{700, 500});
+    bool green = false;
+    for (int dy = -2; dy <= 2; ++dy)
+        for (int dx = -2; dx <= 2; ++dx) {
+            const int x = side.x + dx;
+            const int y = side.y + dy;
+            if (x >= 0 && y >= 0 && x < picture.GetWidth() && y < picture.GetHeight())
+                green = green || (picture.GetGreen(x, y) > 150 && picture.GetRed(x, y) < 90 &&
+                                  picture.GetBlue(x, y) < 90);
+        }
+    EXPECT_TRUE(green) << "no polygon line at " << side.x << "," << side.y;
+    window.frame->Cameras()->OnStopSampling();
+}
+
 TEST(DesktopProgram, ANetworkCameraIsFoundInItsOwnDialogAndKeepsItsSettings) {
     // A camera's device front on this host: found by the dialog's probe, asked for its
     // profiles and stream address.

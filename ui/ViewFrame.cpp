@@ -137,23 +137,35 @@ void ViewFrame::DrawRegions(wxDC& dc) {
         dc.DrawLine(x2, y1, x2, y2);
         dc.DrawLine(x2, y2, x1, y2);
         dc.DrawLine(x1, y2, x1, y1);
+        // Every region shows its polygon; the selected one is drawn over it with its corners.
+        if (lane.shape.size() > 2 && lane.id != selectedroi)
+            DrawOutline(dc, lane.shape, wxPen(wxColour(0, 200, 0), 2));
     }
 }
 
+wxPoint ViewFrame::OnView(const ShapePoint& point) const {
+    return wxPoint(point.x * editor.imgw / 1000 + editor.ox,
+                   point.y * editor.imgh / 1000 + editor.oy);
+}
+
+void ViewFrame::DrawOutline(wxDC& dc, const std::vector<ShapePoint>& points, const wxPen& pen) {
+    dc.SetPen(pen);
+    for (size_t i = 1; i < points.size(); ++i)
+        dc.DrawLine(OnView(points[i - 1]), OnView(points[i]));
+    if (points.size() > 2)
+        dc.DrawLine(OnView(points.back()), OnView(points.front()));
+}
+
 void ViewFrame::DrawPolygon(wxDC& dc, const std::vector<ShapePoint>& points, bool closed) {
-    auto at = [this](const ShapePoint& point) {
-        return wxPoint(point.x * editor.imgw / 1000 + editor.ox,
-                       point.y * editor.imgh / 1000 + editor.oy);
-    };
     dc.SetPen(wxPen(wxColour(0, 255, 0), 2));
     dc.SetBrush(*wxTRANSPARENT_BRUSH);
     for (const ShapePoint& point : points)
-        dc.DrawCircle(at(point), 5);
+        dc.DrawCircle(OnView(point), 5);
     dc.SetPen(wxPen(wxColour(0, 200, 0), 2));
     for (size_t i = 1; i < points.size(); ++i)
-        dc.DrawLine(at(points[i - 1]), at(points[i]));
+        dc.DrawLine(OnView(points[i - 1]), OnView(points[i]));
     if (closed && points.size() > 1)
-        dc.DrawLine(at(points.back()), at(points.front()));
+        dc.DrawLine(OnView(points.back()), OnView(points.front()));
 }
 
 void ViewFrame::OnMouse(wxMouseEvent& event) {

@@ -20,12 +20,17 @@ class ViewFrame : public wxPanel {
     int selectedroi = -1;
     ShapeEditor editor;
 
+    // A point of the picture (thousandths) on the window, as last painted.
+    wxPoint OnView(const ShapePoint& point) const;
+
   private:
     void OnPaint(wxPaintEvent& event);
     void OnSource(wxCommandEvent& event);
     void OnMouse(wxMouseEvent& event);
     void DrawRegions(wxDC& dc);
     void DrawPolygon(wxDC& dc, const std::vector<ShapePoint>& points, bool closed);
+    // A closed shape's lines only, as a region that is not selected shows it.
+    void DrawOutline(wxDC& dc, const std::vector<ShapePoint>& points, const wxPen& pen);
 
     UiContext context_;
     wxComboBox* choice_ = nullptr;
