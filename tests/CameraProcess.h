@@ -1,6 +1,7 @@
 #pragma once
 // The RTSP camera of the tests (rtsp_camera), in a process of its own: started, killed, frozen
 // and thawed by the test. It ends by itself after two minutes in any case.
+#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
@@ -24,7 +25,7 @@ class CameraProcess {
     // Any camera command that prints "ready" once it listens.
     explicit CameraProcess(std::vector<std::string> command) {
         int out[2];
-        if (::pipe(out) != 0)
+        if (::pipe2(out, O_CLOEXEC) != 0)
             return;
         posix_spawn_file_actions_t actions;
         posix_spawn_file_actions_init(&actions);
@@ -44,21 +45,27 @@ class CameraProcess {
         if (pid_ > 0 && ::poll(&waiting, 1, 10000) > 0)
             ready_ = ::read(out[0], said, sizeof said - 1) > 0 &&
                      std::string(said).rfind("ready", 0) == 0;
-        ::close(out[0]);
+        // Kept open while the camera lives: a write after "ready" (the rest of its line, a
+        // closing word) must not kill it with a broken pipe.
+        said_ = out[0];
     }
     ~CameraProcess() { Kill(); }
     bool Ready() const { return ready_; }
     void Kill() {
-        if (pid_ <= 0)
-            return;
-        ::kill(pid_, SIGKILL);
-        ::waitpid(pid_, nullptr, 0);
+        if (pid_ > 0) {
+            ::kill(pid_, SIGKILL);
+            ::waitpid(pid_, nullptr, 0);
+        }
         pid_ = -1;
+        if (said_ >= 0)
+            ::close(said_);
+        said_ = -1;
     }
     void Freeze() { ::kill(pid_, SIGSTOP); }
     void Thaw() { ::kill(pid_, SIGCONT); }
 
   private:
     pid_t pid_ = -1;
+    int said_ = -1;  // the read end of the camera's standard output
     bool ready_ = false;
 };
