@@ -145,6 +145,20 @@ void SetRow(wxPropertyGrid* grid, const char* key, const wxString& value) {
     ASSERT_EQ(row->GetValueAsString(), value) << key;
 }
 
+// What the window shows on the screen now.
+wxImage ScreenOf(wxWindow& window) {
+    window.Refresh();
+    window.Update();
+    wxClientDC screen(&window);
+    const wxSize size = window.GetClientSize();
+    wxBitmap bitmap(size);
+    {
+        wxMemoryDC memory(bitmap);
+        memory.Blit(0, 0, size.x, size.y, &screen, 0, 0);
+    }
+    return bitmap.ConvertToImage();
+}
+
 // The picture of the window as it is on screen, saved where CORVANE_SCREENSHOT_DIR says.
 void Screenshot(wxWindow& window, const std::string& name) {
     const char* folder = std::getenv("CORVANE_SCREENSHOT_DIR");
@@ -153,13 +167,8 @@ void Screenshot(wxWindow& window, const std::string& name) {
     window.Refresh();
     window.Update();
     Pump(std::chrono::milliseconds(300));
-    wxClientDC screen(&window);
-    const wxSize size = window.GetClientSize();
-    wxBitmap bitmap(size);
-    wxMemoryDC memory(bitmap);
-    memory.Blit(0, 0, size.x, size.y, &screen, 0, 0);
-    memory.SelectObject(wxNullBitmap);
-    bitmap.SaveFile(wxString::FromUTF8(std::string(folder) + "/" + name), wxBITMAP_TYPE_PNG);
+    ScreenOf(window).SaveFile(wxString::FromUTF8(std::string(folder) + "/" + name),
+                              wxBITMAP_TYPE_PNG);
 }
 
 std::vector<std::string> ListColumn(wxListCtrl* list, int column) {
@@ -677,14 +686,7 @@ TEST(DesktopProgram, EveryRegionShowsItsPolygonOnTheLiveViewWithoutBeingSelected
 
     // The picture on the screen: the triangle's slanted side, which no box line covers, is
     // drawn in the regions' green.
-    wxClientDC screen(&view);
-    const wxSize size = view.GetClientSize();
-    wxBitmap bitmap(size);
-    {
-        wxMemoryDC memory(bitmap);
-        memory.Blit(0, 0, size.x, size.y, &screen, 0, 0);
-    }
-    const wxImage picture = bitmap.ConvertToImage();
+    const wxImage picture = ScreenOf(view);
     const wxPoint side = view.OnView(ShapePoint{700, 500});
     bool green = false;
     for (int dy = -2; dy <= 2; ++dy)
@@ -696,7 +698,25 @@ TEST(DesktopProgram, EveryRegionShowsItsPolygonOnTheLiveViewWithoutBeingSelected
                                   picture.GetBlue(x, y) < 90);
         }
     EXPECT_TRUE(green) << "no polygon line at " << side.x << "," << side.y;
+    EXPECT_NE(window.frame->Cameras()->List()->GetItemTextColour(0), CameraDlg::kStoppedColour);
+
+    // Stopped: the last picture stays, greyed, and the source is listed greyed.
     window.frame->Cameras()->OnStopSampling();
+    Pump(std::chrono::milliseconds(300));
+    EXPECT_EQ(window.frame->Cameras()->List()->GetItemTextColour(0), CameraDlg::kStoppedColour);
+    const wxImage stopped = ScreenOf(view);
+    const wxPoint inside = view.OnView(ShapePoint{250, 700});
+    int coloured = 0;
+    for (int dy = 0; dy < 20; ++dy)
+        for (int dx = 0; dx < 20; ++dx) {
+            const int x = inside.x + dx;
+            const int y = inside.y + dy;
+            const int r = stopped.GetRed(x, y);
+            const int g = stopped.GetGreen(x, y);
+            const int b = stopped.GetBlue(x, y);
+            coloured += std::max({r, g, b}) - std::min({r, g, b}) > 6 ? 1 : 0;
+        }
+    EXPECT_EQ(coloured, 0);
 }
 
 TEST(DesktopProgram, ANetworkCameraIsFoundInItsOwnDialogAndKeepsItsSettings) {

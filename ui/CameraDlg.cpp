@@ -110,6 +110,17 @@ void CameraDlg::UpdateButtons() {
     const bool sampling = camera != nullptr && camera->sampling != 0;
     start_->Enable(camera != nullptr && !sampling);
     stop_->Enable(sampling);
+    MarkStopped();
+}
+
+// A source that does not sample is listed greyed.
+void CameraDlg::MarkStopped() {
+    for (long row = 0; row < list_->GetItemCount(); ++row) {
+        const Camera* camera =
+            context_.project->GetCamera(static_cast<int>(list_->GetItemData(row)));
+        const bool sampling = camera != nullptr && camera->sampling != 0;
+        list_->SetItemTextColour(row, sampling ? list_->GetForegroundColour() : kStoppedColour);
+    }
 }
 
 void CameraDlg::Select(int cameraId) {
@@ -290,4 +301,5 @@ void CameraDlg::Sample(bool start) {
     else
         control_.StopSampling(*camera);
     UpdateButtons();
+    project.PostEvent(ID_CAMERA_BUTTONS, 0);  // the live view shows the change as well
 }

@@ -17,6 +17,9 @@ class CameraDlg : public wxPanel {
     void Refill();
     void RefillTypes();
     void UpdateButtons();
+    // The list's rows of sources that do not sample, greyed.
+    void MarkStopped();
+    static inline const wxColour kStoppedColour{128, 128, 128};
     void Select(int cameraId);
 
     // The button actions, also reached by the tests.

@@ -421,6 +421,7 @@ void MyFrame::OnPosted(wxCommandEvent& event) {
             break;
         case ID_CAMERA_BUTTONS:
             cameradlg->UpdateButtons();
+            viewframe->Refresh(false);  // a stopped source is shown as such
             break;
         case ID_SOURCES_CHANGED:
             gestionelane->RebuildChoice(GestioneLane::kCameraChoice);

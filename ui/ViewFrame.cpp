@@ -102,12 +102,24 @@ void ViewFrame::OnPaint(wxPaintEvent&) {
     }
     if (width < 1 || height < 1)
         return;
-    const wxImage image = ToWxImage(*frame).Scale(width, height);
+    wxImage image = ToWxImage(*frame).Scale(width, height);
+    // A source that does not sample (stopped by the operator or by an edit) shows its last
+    // picture greyed, under the word "Stopped".
+    const Camera* camera = context_.project->GetCamera(context_.project->selcamera);
+    const bool stopped = camera != nullptr && camera->sampling == 0;
+    if (stopped)
+        image = image.ConvertToGreyscale().ConvertToDisabled(255);
     editor.ox = (client.x - width) / 2;
     editor.oy = (client.y - height) / 2;
     editor.imgw = width;
     editor.imgh = height;
     dc.DrawBitmap(wxBitmap(image), editor.ox, editor.oy);
+    if (stopped) {
+        dc.SetFont(wxFontInfo(18).Bold());
+        dc.SetTextForeground(wxColour(160, 0, 0));
+        const wxSize text = dc.GetTextExtent(kStoppedText);
+        dc.DrawText(kStoppedText, editor.ox + (width - text.x) / 2, editor.oy + 8);
+    }
     if (editor.state == ShapeEditor::kNoImage)
         editor.state = ShapeEditor::kReady;
     DrawRegions(dc);

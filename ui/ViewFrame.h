@@ -10,6 +10,7 @@ class wxComboBox;
 // polygon editor of the selected region.
 class ViewFrame : public wxPanel {
   public:
+    static constexpr const char* kStoppedText = "Stopped";
     ViewFrame(wxWindow* parent, const UiContext& context);
 
     void RefillSources();
