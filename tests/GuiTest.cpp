@@ -37,6 +37,7 @@
 #include "onvif/WSDiscovery.h"
 #include "platform/FileSystem.h"
 #include "ui/AddLaneDlg.h"
+#include "ui/BoardDlg.h"
 #include "ui/CameraDlg.h"
 #include "ui/GestioneLane.h"
 #include "ui/IntegratorDlg.h"
@@ -717,6 +718,78 @@ TEST(DesktopProgram, EveryRegionShowsItsPolygonOnTheLiveViewWithoutBeingSelected
             coloured += std::max({r, g, b}) - std::min({r, g, b}) > 6 ? 1 : 0;
         }
     EXPECT_EQ(coloured, 0);
+}
+
+TEST(DesktopProgram, BoardsAreAddedRenamedAndRemovedThroughTheirPane) {
+    OpenWindow window;
+    Project& project = window.project;
+    BoardDlg& pane = *window.frame->Boards();
+    std::string renameTo;
+    window.dialogs.settings = [&](ParametriScheda& dialog) {
+        if (!renameTo.empty())
+            dialog.SetRowValue("Board name", renameTo);
+        dialog.Update();
+        return 1;
+    };
+    // A name is needed, and it must not be taken by another kind of record either.
+    SetRow(pane.Grid(), "Type", "Virtual Board");
+    pane.OnAdd();
+    EXPECT_EQ(project.boards.GetCount(), 0u);
+    SetRow(pane.Grid(), "Name", "IO");
+    pane.OnAdd();
+    ASSERT_EQ(project.boards.GetCount(), 1u);
+    EXPECT_EQ(project.boards[0].plugin->GetLibName(), "VirtualBoard");
+    EXPECT_EQ(ListColumn(pane.List(), 0), std::vector<std::string>{"IO"});
+    EXPECT_EQ(ListColumn(pane.List(), 1), std::vector<std::string>{"Virtual Board"});
+    pane.OnAdd();  // the same name again
+    EXPECT_TRUE(window.warnings.Contains("Board name needs to be unique"));
+    EXPECT_EQ(project.boards.GetCount(), 1u);
+
+    // Modify: the settings dialog renames it; the list follows.
+    renameTo = "IO2";
+    pane.Select(project.boards[0].id);
+    pane.OnModify();
+    EXPECT_EQ(project.boards[0].name, "IO2");
+    EXPECT_EQ(ListColumn(pane.List(), 0), std::vector<std::string>{"IO2"});
+
+    pane.Select(project.boards[0].id);
+    pane.OnRemove();
+    EXPECT_EQ(project.boards.GetCount(), 0u);
+    EXPECT_EQ(pane.List()->GetItemCount(), 0);
+}
+
+TEST(DesktopProgram, PostProcessorsFollowTheirGateAndAreRemovedAfterTheQuestion) {
+    OpenWindow window;
+    Project& project = window.project;
+    window.dialogs.settings = [](ParametriScheda& dialog) {
+        dialog.Update();
+        return 1;
+    };
+    SetRow(window.frame->Gates()->Grid(), "Name", "Gate1");
+    SetRow(window.frame->Gates()->Grid(), "Type", "Voting Gate");
+    window.frame->Gates()->OnAdd();
+    ASSERT_EQ(project.integrators.GetCount(), 1u);
+    Pump(std::chrono::milliseconds(200));  // the gate list reaches the post-processor pane
+
+    ProcessorDlg& pane = *window.frame->Processors();
+    SetRow(pane.Grid(), "Name", "Csv1");
+    SetRow(pane.Grid(), "Type", "CSV Transits");
+    SetRow(pane.Grid(), "Reference Gate", "Gate1");
+    pane.OnAdd();
+    ASSERT_EQ(project.processors.GetCount(), 1u);
+    EXPECT_EQ(project.processors[0].refintegrator, "Gate1");
+    EXPECT_EQ(project.processors[0].plugin->GetLibName(), "CsvTransits");
+    EXPECT_EQ(ListColumn(pane.List(), 1), std::vector<std::string>{"Csv1"});
+
+    // Removal asks first: No keeps it, Yes removes it.
+    pane.Select(project.processors[0].id);
+    window.dialogs.answers["Remove Post Processor?"] = wxID_NO;
+    pane.OnRemove();
+    EXPECT_EQ(project.processors.GetCount(), 1u);
+    window.dialogs.answers["Remove Post Processor?"] = wxID_YES;
+    pane.OnRemove();
+    EXPECT_EQ(project.processors.GetCount(), 0u);
+    EXPECT_EQ(pane.List()->GetItemCount(), 0);
 }
 
 TEST(DesktopProgram, ANetworkCameraIsFoundInItsOwnDialogAndKeepsItsSettings) {
