@@ -12,6 +12,7 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <thread>
 
@@ -65,6 +66,23 @@ bool WaitRunning(const RtspService& service) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     return service.RtspRunning();
 }
+
+// The service on the test port with one stream, fed as a site's source feeds it.
+struct ServedStream {
+    ServedStream(const std::string& name, int bitrate, int width, int height)
+        : service("127.0.0.1", TestPort()) {
+        service.Start();
+        running = WaitRunning(service);
+        service.AddStream(name, bitrate);
+        producer = std::make_unique<StreamProducer>(service, name, width, height);
+    }
+    std::string Url(const std::string& name) const {
+        return "rtsp://127.0.0.1:" + std::to_string(TestPort()) + "/" + name;
+    }
+    RtspService service;
+    bool running = false;
+    std::unique_ptr<StreamProducer> producer;  // goes first
+};
 
 }  // namespace
 
@@ -151,11 +169,9 @@ TEST(RtspService, FfprobeAndGStreamerPlayAStreamAtItsSize) {
 }
 
 TEST(RtspService, TheSessionDescriptionNamesTheStreamAndItsBitRate) {
-    RtspService service("127.0.0.1", TestPort());
-    service.Start();
-    ASSERT_TRUE(WaitRunning(service));
-    service.AddStream("Gate_West", 400000);
-    StreamProducer producer(service, "Gate_West", 320, 240);
+    ServedStream served("Gate_West", 400000, 320, 240);
+    ASSERT_TRUE(served.running);
+    RtspService& service = served.service;
     // A site's streams are fed long before a client comes: the producer's pace is known.
     for (int i = 0; i < 60 && service.StreamRate("Gate_West", 0) == 0; ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
@@ -171,12 +187,10 @@ TEST(RtspService, AFrozenClientIsLetGoOnceItsSessionHasTimedOut) {
     // An ffmpeg client over UDP, stopped with SIGSTOP while it plays: it sends no receiver
     // report any more; after the session time-out its session and connection go, and with
     // them the encoding.
-    RtspService service("127.0.0.1", TestPort());
-    service.Start();
-    ASSERT_TRUE(WaitRunning(service));
-    service.AddStream("Frozen", 400000);
-    StreamProducer producer(service, "Frozen", 320, 240);
-    const std::string url = "rtsp://127.0.0.1:" + std::to_string(TestPort()) + "/Frozen";
+    ServedStream served("Frozen", 400000, 320, 240);
+    ASSERT_TRUE(served.running);
+    RtspService& service = served.service;
+    const std::string url = served.Url("Frozen");
     pid_t client = 0;
     const char* argv[] = {"ffmpeg", "-v", "quiet",     "-rtsp_transport",
                           "udp",    "-i", url.c_str(), "-f",
@@ -249,12 +263,10 @@ TEST(RtspService, AStopAtAnyMomentAfterTheStartEndsTheService) {
 TEST(RtspService, FfmpegDecodesEveryPictureWholeAtTheRealRateOverTcpAndUdp) {
     // A picture of several slices (x264's sliced threads at 1280x720) must leave as one access
     // unit, parameter sets in front of it only, or FFmpeg-based players split it in two.
-    RtspService service("127.0.0.1", TestPort());
-    service.Start();
-    ASSERT_TRUE(WaitRunning(service));
-    service.AddStream("Wide", 2000000);
-    StreamProducer producer(service, "Wide", 1280, 720);
-    const std::string url = "rtsp://127.0.0.1:" + std::to_string(TestPort()) + "/Wide";
+    ServedStream served("Wide", 2000000, 1280, 720);
+    ASSERT_TRUE(served.running);
+    StreamProducer& producer = *served.producer;
+    const std::string url = served.Url("Wide");
     // The stream announces the rate its pictures come at (the producer's 10 a second), as
     // measured before the first client came: a site's sources sample long before anyone plays.
     std::this_thread::sleep_for(std::chrono::milliseconds(2500));
