@@ -1,4 +1,5 @@
-// clang-format off: generated.
+// clang-format off
+// Generated: not reformatted.
 // The operations of the served services that answer SOAP_OK with an empty response
 // element. Written by tools/make_onvif_bindings.py.
 #include "soapDeviceService.h"
@@ -10,23 +11,19 @@ int DeviceService::GetServices(_tds__GetServices*, _tds__GetServicesResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::GetServiceCapabilities(_tds__GetServiceCapabilities*,
-                                          _tds__GetServiceCapabilitiesResponse&) {
+int DeviceService::GetServiceCapabilities(_tds__GetServiceCapabilities*, _tds__GetServiceCapabilitiesResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetSystemDateAndTime(_tds__SetSystemDateAndTime*,
-                                        _tds__SetSystemDateAndTimeResponse&) {
+int DeviceService::SetSystemDateAndTime(_tds__SetSystemDateAndTime*, _tds__SetSystemDateAndTimeResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetSystemFactoryDefault(_tds__SetSystemFactoryDefault*,
-                                           _tds__SetSystemFactoryDefaultResponse&) {
+int DeviceService::SetSystemFactoryDefault(_tds__SetSystemFactoryDefault*, _tds__SetSystemFactoryDefaultResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::UpgradeSystemFirmware(_tds__UpgradeSystemFirmware*,
-                                         _tds__UpgradeSystemFirmwareResponse&) {
+int DeviceService::UpgradeSystemFirmware(_tds__UpgradeSystemFirmware*, _tds__UpgradeSystemFirmwareResponse&) {
     return SOAP_OK;
 }
 
@@ -46,8 +43,7 @@ int DeviceService::GetSystemLog(_tds__GetSystemLog*, _tds__GetSystemLogResponse&
     return SOAP_OK;
 }
 
-int DeviceService::GetSystemSupportInformation(_tds__GetSystemSupportInformation*,
-                                               _tds__GetSystemSupportInformationResponse&) {
+int DeviceService::GetSystemSupportInformation(_tds__GetSystemSupportInformation*, _tds__GetSystemSupportInformationResponse&) {
     return SOAP_OK;
 }
 
@@ -71,13 +67,11 @@ int DeviceService::SetDiscoveryMode(_tds__SetDiscoveryMode*, _tds__SetDiscoveryM
     return SOAP_OK;
 }
 
-int DeviceService::GetRemoteDiscoveryMode(_tds__GetRemoteDiscoveryMode*,
-                                          _tds__GetRemoteDiscoveryModeResponse&) {
+int DeviceService::GetRemoteDiscoveryMode(_tds__GetRemoteDiscoveryMode*, _tds__GetRemoteDiscoveryModeResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetRemoteDiscoveryMode(_tds__SetRemoteDiscoveryMode*,
-                                          _tds__SetRemoteDiscoveryModeResponse&) {
+int DeviceService::SetRemoteDiscoveryMode(_tds__SetRemoteDiscoveryMode*, _tds__SetRemoteDiscoveryModeResponse&) {
     return SOAP_OK;
 }
 
@@ -85,8 +79,7 @@ int DeviceService::GetDPAddresses(_tds__GetDPAddresses*, _tds__GetDPAddressesRes
     return SOAP_OK;
 }
 
-int DeviceService::GetEndpointReference(_tds__GetEndpointReference*,
-                                        _tds__GetEndpointReferenceResponse&) {
+int DeviceService::GetEndpointReference(_tds__GetEndpointReference*, _tds__GetEndpointReferenceResponse&) {
     return SOAP_OK;
 }
 
@@ -130,8 +123,7 @@ int DeviceService::SetHostname(_tds__SetHostname*, _tds__SetHostnameResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetHostnameFromDHCP(_tds__SetHostnameFromDHCP*,
-                                       _tds__SetHostnameFromDHCPResponse&) {
+int DeviceService::SetHostnameFromDHCP(_tds__SetHostnameFromDHCP*, _tds__SetHostnameFromDHCPResponse&) {
     return SOAP_OK;
 }
 
@@ -159,63 +151,51 @@ int DeviceService::SetDynamicDNS(_tds__SetDynamicDNS*, _tds__SetDynamicDNSRespon
     return SOAP_OK;
 }
 
-int DeviceService::GetNetworkInterfaces(_tds__GetNetworkInterfaces*,
-                                        _tds__GetNetworkInterfacesResponse&) {
+int DeviceService::GetNetworkInterfaces(_tds__GetNetworkInterfaces*, _tds__GetNetworkInterfacesResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetNetworkInterfaces(_tds__SetNetworkInterfaces*,
-                                        _tds__SetNetworkInterfacesResponse&) {
+int DeviceService::SetNetworkInterfaces(_tds__SetNetworkInterfaces*, _tds__SetNetworkInterfacesResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::GetNetworkProtocols(_tds__GetNetworkProtocols*,
-                                       _tds__GetNetworkProtocolsResponse&) {
+int DeviceService::GetNetworkProtocols(_tds__GetNetworkProtocols*, _tds__GetNetworkProtocolsResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetNetworkProtocols(_tds__SetNetworkProtocols*,
-                                       _tds__SetNetworkProtocolsResponse&) {
+int DeviceService::SetNetworkProtocols(_tds__SetNetworkProtocols*, _tds__SetNetworkProtocolsResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::GetNetworkDefaultGateway(_tds__GetNetworkDefaultGateway*,
-                                            _tds__GetNetworkDefaultGatewayResponse&) {
+int DeviceService::GetNetworkDefaultGateway(_tds__GetNetworkDefaultGateway*, _tds__GetNetworkDefaultGatewayResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetNetworkDefaultGateway(_tds__SetNetworkDefaultGateway*,
-                                            _tds__SetNetworkDefaultGatewayResponse&) {
+int DeviceService::SetNetworkDefaultGateway(_tds__SetNetworkDefaultGateway*, _tds__SetNetworkDefaultGatewayResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::GetZeroConfiguration(_tds__GetZeroConfiguration*,
-                                        _tds__GetZeroConfigurationResponse&) {
+int DeviceService::GetZeroConfiguration(_tds__GetZeroConfiguration*, _tds__GetZeroConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetZeroConfiguration(_tds__SetZeroConfiguration*,
-                                        _tds__SetZeroConfigurationResponse&) {
+int DeviceService::SetZeroConfiguration(_tds__SetZeroConfiguration*, _tds__SetZeroConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::GetIPAddressFilter(_tds__GetIPAddressFilter*,
-                                      _tds__GetIPAddressFilterResponse&) {
+int DeviceService::GetIPAddressFilter(_tds__GetIPAddressFilter*, _tds__GetIPAddressFilterResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetIPAddressFilter(_tds__SetIPAddressFilter*,
-                                      _tds__SetIPAddressFilterResponse&) {
+int DeviceService::SetIPAddressFilter(_tds__SetIPAddressFilter*, _tds__SetIPAddressFilterResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::AddIPAddressFilter(_tds__AddIPAddressFilter*,
-                                      _tds__AddIPAddressFilterResponse&) {
+int DeviceService::AddIPAddressFilter(_tds__AddIPAddressFilter*, _tds__AddIPAddressFilterResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::RemoveIPAddressFilter(_tds__RemoveIPAddressFilter*,
-                                         _tds__RemoveIPAddressFilterResponse&) {
+int DeviceService::RemoveIPAddressFilter(_tds__RemoveIPAddressFilter*, _tds__RemoveIPAddressFilterResponse&) {
     return SOAP_OK;
 }
 
@@ -235,18 +215,15 @@ int DeviceService::GetCertificates(_tds__GetCertificates*, _tds__GetCertificates
     return SOAP_OK;
 }
 
-int DeviceService::GetCertificatesStatus(_tds__GetCertificatesStatus*,
-                                         _tds__GetCertificatesStatusResponse&) {
+int DeviceService::GetCertificatesStatus(_tds__GetCertificatesStatus*, _tds__GetCertificatesStatusResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetCertificatesStatus(_tds__SetCertificatesStatus*,
-                                         _tds__SetCertificatesStatusResponse&) {
+int DeviceService::SetCertificatesStatus(_tds__SetCertificatesStatus*, _tds__SetCertificatesStatusResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::DeleteCertificates(_tds__DeleteCertificates*,
-                                      _tds__DeleteCertificatesResponse&) {
+int DeviceService::DeleteCertificates(_tds__DeleteCertificates*, _tds__DeleteCertificatesResponse&) {
     return SOAP_OK;
 }
 
@@ -258,13 +235,11 @@ int DeviceService::LoadCertificates(_tds__LoadCertificates*, _tds__LoadCertifica
     return SOAP_OK;
 }
 
-int DeviceService::GetClientCertificateMode(_tds__GetClientCertificateMode*,
-                                            _tds__GetClientCertificateModeResponse&) {
+int DeviceService::GetClientCertificateMode(_tds__GetClientCertificateMode*, _tds__GetClientCertificateModeResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetClientCertificateMode(_tds__SetClientCertificateMode*,
-                                            _tds__SetClientCertificateModeResponse&) {
+int DeviceService::SetClientCertificateMode(_tds__SetClientCertificateMode*, _tds__SetClientCertificateModeResponse&) {
     return SOAP_OK;
 }
 
@@ -272,18 +247,15 @@ int DeviceService::GetRelayOutputs(_tds__GetRelayOutputs*, _tds__GetRelayOutputs
     return SOAP_OK;
 }
 
-int DeviceService::SetRelayOutputSettings(_tds__SetRelayOutputSettings*,
-                                          _tds__SetRelayOutputSettingsResponse&) {
+int DeviceService::SetRelayOutputSettings(_tds__SetRelayOutputSettings*, _tds__SetRelayOutputSettingsResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetRelayOutputState(_tds__SetRelayOutputState*,
-                                       _tds__SetRelayOutputStateResponse&) {
+int DeviceService::SetRelayOutputState(_tds__SetRelayOutputState*, _tds__SetRelayOutputStateResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SendAuxiliaryCommand(_tds__SendAuxiliaryCommand*,
-                                        _tds__SendAuxiliaryCommandResponse&) {
+int DeviceService::SendAuxiliaryCommand(_tds__SendAuxiliaryCommand*, _tds__SendAuxiliaryCommandResponse&) {
     return SOAP_OK;
 }
 
@@ -291,48 +263,39 @@ int DeviceService::GetCACertificates(_tds__GetCACertificates*, _tds__GetCACertif
     return SOAP_OK;
 }
 
-int DeviceService::LoadCertificateWithPrivateKey(_tds__LoadCertificateWithPrivateKey*,
-                                                 _tds__LoadCertificateWithPrivateKeyResponse&) {
+int DeviceService::LoadCertificateWithPrivateKey(_tds__LoadCertificateWithPrivateKey*, _tds__LoadCertificateWithPrivateKeyResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::GetCertificateInformation(_tds__GetCertificateInformation*,
-                                             _tds__GetCertificateInformationResponse&) {
+int DeviceService::GetCertificateInformation(_tds__GetCertificateInformation*, _tds__GetCertificateInformationResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::LoadCACertificates(_tds__LoadCACertificates*,
-                                      _tds__LoadCACertificatesResponse&) {
+int DeviceService::LoadCACertificates(_tds__LoadCACertificates*, _tds__LoadCACertificatesResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::CreateDot1XConfiguration(_tds__CreateDot1XConfiguration*,
-                                            _tds__CreateDot1XConfigurationResponse&) {
+int DeviceService::CreateDot1XConfiguration(_tds__CreateDot1XConfiguration*, _tds__CreateDot1XConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::SetDot1XConfiguration(_tds__SetDot1XConfiguration*,
-                                         _tds__SetDot1XConfigurationResponse&) {
+int DeviceService::SetDot1XConfiguration(_tds__SetDot1XConfiguration*, _tds__SetDot1XConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::GetDot1XConfiguration(_tds__GetDot1XConfiguration*,
-                                         _tds__GetDot1XConfigurationResponse&) {
+int DeviceService::GetDot1XConfiguration(_tds__GetDot1XConfiguration*, _tds__GetDot1XConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::GetDot1XConfigurations(_tds__GetDot1XConfigurations*,
-                                          _tds__GetDot1XConfigurationsResponse&) {
+int DeviceService::GetDot1XConfigurations(_tds__GetDot1XConfigurations*, _tds__GetDot1XConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::DeleteDot1XConfiguration(_tds__DeleteDot1XConfiguration*,
-                                            _tds__DeleteDot1XConfigurationResponse&) {
+int DeviceService::DeleteDot1XConfiguration(_tds__DeleteDot1XConfiguration*, _tds__DeleteDot1XConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::GetDot11Capabilities(_tds__GetDot11Capabilities*,
-                                        _tds__GetDot11CapabilitiesResponse&) {
+int DeviceService::GetDot11Capabilities(_tds__GetDot11Capabilities*, _tds__GetDot11CapabilitiesResponse&) {
     return SOAP_OK;
 }
 
@@ -340,8 +303,7 @@ int DeviceService::GetDot11Status(_tds__GetDot11Status*, _tds__GetDot11StatusRes
     return SOAP_OK;
 }
 
-int DeviceService::ScanAvailableDot11Networks(_tds__ScanAvailableDot11Networks*,
-                                              _tds__ScanAvailableDot11NetworksResponse&) {
+int DeviceService::ScanAvailableDot11Networks(_tds__ScanAvailableDot11Networks*, _tds__ScanAvailableDot11NetworksResponse&) {
     return SOAP_OK;
 }
 
@@ -349,23 +311,19 @@ int DeviceService::GetSystemUris(_tds__GetSystemUris*, _tds__GetSystemUrisRespon
     return SOAP_OK;
 }
 
-int DeviceService::StartFirmwareUpgrade(_tds__StartFirmwareUpgrade*,
-                                        _tds__StartFirmwareUpgradeResponse&) {
+int DeviceService::StartFirmwareUpgrade(_tds__StartFirmwareUpgrade*, _tds__StartFirmwareUpgradeResponse&) {
     return SOAP_OK;
 }
 
-int DeviceService::StartSystemRestore(_tds__StartSystemRestore*,
-                                      _tds__StartSystemRestoreResponse&) {
+int DeviceService::StartSystemRestore(_tds__StartSystemRestore*, _tds__StartSystemRestoreResponse&) {
     return SOAP_OK;
 }
 
-int EventService::GetServiceCapabilities(_tev__GetServiceCapabilities*,
-                                         _tev__GetServiceCapabilitiesResponse&) {
+int EventService::GetServiceCapabilities(_tev__GetServiceCapabilities*, _tev__GetServiceCapabilitiesResponse&) {
     return SOAP_OK;
 }
 
-int EventService::CreatePullPointSubscription(_tev__CreatePullPointSubscription*,
-                                              _tev__CreatePullPointSubscriptionResponse&) {
+int EventService::CreatePullPointSubscription(_tev__CreatePullPointSubscription*, _tev__CreatePullPointSubscriptionResponse&) {
     return SOAP_OK;
 }
 
@@ -373,8 +331,7 @@ int EventService::GetEventProperties(_tev__GetEventProperties*, _tev__GetEventPr
     return SOAP_OK;
 }
 
-int MediaService::GetServiceCapabilities(_trt__GetServiceCapabilities*,
-                                         _trt__GetServiceCapabilitiesResponse&) {
+int MediaService::GetServiceCapabilities(_trt__GetServiceCapabilities*, _trt__GetServiceCapabilitiesResponse&) {
     return SOAP_OK;
 }
 
@@ -390,93 +347,75 @@ int MediaService::CreateProfile(_trt__CreateProfile*, _trt__CreateProfileRespons
     return SOAP_OK;
 }
 
-int MediaService::AddVideoEncoderConfiguration(_trt__AddVideoEncoderConfiguration*,
-                                               _trt__AddVideoEncoderConfigurationResponse&) {
+int MediaService::AddVideoEncoderConfiguration(_trt__AddVideoEncoderConfiguration*, _trt__AddVideoEncoderConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::AddVideoSourceConfiguration(_trt__AddVideoSourceConfiguration*,
-                                              _trt__AddVideoSourceConfigurationResponse&) {
+int MediaService::AddVideoSourceConfiguration(_trt__AddVideoSourceConfiguration*, _trt__AddVideoSourceConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::AddAudioEncoderConfiguration(_trt__AddAudioEncoderConfiguration*,
-                                               _trt__AddAudioEncoderConfigurationResponse&) {
+int MediaService::AddAudioEncoderConfiguration(_trt__AddAudioEncoderConfiguration*, _trt__AddAudioEncoderConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::AddAudioSourceConfiguration(_trt__AddAudioSourceConfiguration*,
-                                              _trt__AddAudioSourceConfigurationResponse&) {
+int MediaService::AddAudioSourceConfiguration(_trt__AddAudioSourceConfiguration*, _trt__AddAudioSourceConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::AddPTZConfiguration(_trt__AddPTZConfiguration*,
-                                      _trt__AddPTZConfigurationResponse&) {
+int MediaService::AddPTZConfiguration(_trt__AddPTZConfiguration*, _trt__AddPTZConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::AddVideoAnalyticsConfiguration(_trt__AddVideoAnalyticsConfiguration*,
-                                                 _trt__AddVideoAnalyticsConfigurationResponse&) {
+int MediaService::AddVideoAnalyticsConfiguration(_trt__AddVideoAnalyticsConfiguration*, _trt__AddVideoAnalyticsConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::AddMetadataConfiguration(_trt__AddMetadataConfiguration*,
-                                           _trt__AddMetadataConfigurationResponse&) {
+int MediaService::AddMetadataConfiguration(_trt__AddMetadataConfiguration*, _trt__AddMetadataConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::AddAudioOutputConfiguration(_trt__AddAudioOutputConfiguration*,
-                                              _trt__AddAudioOutputConfigurationResponse&) {
+int MediaService::AddAudioOutputConfiguration(_trt__AddAudioOutputConfiguration*, _trt__AddAudioOutputConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::AddAudioDecoderConfiguration(_trt__AddAudioDecoderConfiguration*,
-                                               _trt__AddAudioDecoderConfigurationResponse&) {
+int MediaService::AddAudioDecoderConfiguration(_trt__AddAudioDecoderConfiguration*, _trt__AddAudioDecoderConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::RemoveVideoEncoderConfiguration(_trt__RemoveVideoEncoderConfiguration*,
-                                                  _trt__RemoveVideoEncoderConfigurationResponse&) {
+int MediaService::RemoveVideoEncoderConfiguration(_trt__RemoveVideoEncoderConfiguration*, _trt__RemoveVideoEncoderConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::RemoveVideoSourceConfiguration(_trt__RemoveVideoSourceConfiguration*,
-                                                 _trt__RemoveVideoSourceConfigurationResponse&) {
+int MediaService::RemoveVideoSourceConfiguration(_trt__RemoveVideoSourceConfiguration*, _trt__RemoveVideoSourceConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::RemoveAudioEncoderConfiguration(_trt__RemoveAudioEncoderConfiguration*,
-                                                  _trt__RemoveAudioEncoderConfigurationResponse&) {
+int MediaService::RemoveAudioEncoderConfiguration(_trt__RemoveAudioEncoderConfiguration*, _trt__RemoveAudioEncoderConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::RemoveAudioSourceConfiguration(_trt__RemoveAudioSourceConfiguration*,
-                                                 _trt__RemoveAudioSourceConfigurationResponse&) {
+int MediaService::RemoveAudioSourceConfiguration(_trt__RemoveAudioSourceConfiguration*, _trt__RemoveAudioSourceConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::RemovePTZConfiguration(_trt__RemovePTZConfiguration*,
-                                         _trt__RemovePTZConfigurationResponse&) {
+int MediaService::RemovePTZConfiguration(_trt__RemovePTZConfiguration*, _trt__RemovePTZConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::RemoveVideoAnalyticsConfiguration(
-    _trt__RemoveVideoAnalyticsConfiguration*, _trt__RemoveVideoAnalyticsConfigurationResponse&) {
+int MediaService::RemoveVideoAnalyticsConfiguration(_trt__RemoveVideoAnalyticsConfiguration*, _trt__RemoveVideoAnalyticsConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::RemoveMetadataConfiguration(_trt__RemoveMetadataConfiguration*,
-                                              _trt__RemoveMetadataConfigurationResponse&) {
+int MediaService::RemoveMetadataConfiguration(_trt__RemoveMetadataConfiguration*, _trt__RemoveMetadataConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::RemoveAudioOutputConfiguration(_trt__RemoveAudioOutputConfiguration*,
-                                                 _trt__RemoveAudioOutputConfigurationResponse&) {
+int MediaService::RemoveAudioOutputConfiguration(_trt__RemoveAudioOutputConfiguration*, _trt__RemoveAudioOutputConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::RemoveAudioDecoderConfiguration(_trt__RemoveAudioDecoderConfiguration*,
-                                                  _trt__RemoveAudioDecoderConfigurationResponse&) {
+int MediaService::RemoveAudioDecoderConfiguration(_trt__RemoveAudioDecoderConfiguration*, _trt__RemoveAudioDecoderConfigurationResponse&) {
     return SOAP_OK;
 }
 
@@ -484,235 +423,179 @@ int MediaService::DeleteProfile(_trt__DeleteProfile*, _trt__DeleteProfileRespons
     return SOAP_OK;
 }
 
-int MediaService::GetVideoSourceConfigurations(_trt__GetVideoSourceConfigurations*,
-                                               _trt__GetVideoSourceConfigurationsResponse&) {
+int MediaService::GetVideoSourceConfigurations(_trt__GetVideoSourceConfigurations*, _trt__GetVideoSourceConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetVideoEncoderConfigurations(_trt__GetVideoEncoderConfigurations*,
-                                                _trt__GetVideoEncoderConfigurationsResponse&) {
+int MediaService::GetVideoEncoderConfigurations(_trt__GetVideoEncoderConfigurations*, _trt__GetVideoEncoderConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetAudioSourceConfigurations(_trt__GetAudioSourceConfigurations*,
-                                               _trt__GetAudioSourceConfigurationsResponse&) {
+int MediaService::GetAudioSourceConfigurations(_trt__GetAudioSourceConfigurations*, _trt__GetAudioSourceConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetAudioEncoderConfigurations(_trt__GetAudioEncoderConfigurations*,
-                                                _trt__GetAudioEncoderConfigurationsResponse&) {
+int MediaService::GetAudioEncoderConfigurations(_trt__GetAudioEncoderConfigurations*, _trt__GetAudioEncoderConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetVideoAnalyticsConfigurations(_trt__GetVideoAnalyticsConfigurations*,
-                                                  _trt__GetVideoAnalyticsConfigurationsResponse&) {
+int MediaService::GetVideoAnalyticsConfigurations(_trt__GetVideoAnalyticsConfigurations*, _trt__GetVideoAnalyticsConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetMetadataConfigurations(_trt__GetMetadataConfigurations*,
-                                            _trt__GetMetadataConfigurationsResponse&) {
+int MediaService::GetMetadataConfigurations(_trt__GetMetadataConfigurations*, _trt__GetMetadataConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetAudioOutputConfigurations(_trt__GetAudioOutputConfigurations*,
-                                               _trt__GetAudioOutputConfigurationsResponse&) {
+int MediaService::GetAudioOutputConfigurations(_trt__GetAudioOutputConfigurations*, _trt__GetAudioOutputConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetAudioDecoderConfigurations(_trt__GetAudioDecoderConfigurations*,
-                                                _trt__GetAudioDecoderConfigurationsResponse&) {
+int MediaService::GetAudioDecoderConfigurations(_trt__GetAudioDecoderConfigurations*, _trt__GetAudioDecoderConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetVideoSourceConfiguration(_trt__GetVideoSourceConfiguration*,
-                                              _trt__GetVideoSourceConfigurationResponse&) {
+int MediaService::GetVideoSourceConfiguration(_trt__GetVideoSourceConfiguration*, _trt__GetVideoSourceConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetVideoEncoderConfiguration(_trt__GetVideoEncoderConfiguration*,
-                                               _trt__GetVideoEncoderConfigurationResponse&) {
+int MediaService::GetVideoEncoderConfiguration(_trt__GetVideoEncoderConfiguration*, _trt__GetVideoEncoderConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetAudioSourceConfiguration(_trt__GetAudioSourceConfiguration*,
-                                              _trt__GetAudioSourceConfigurationResponse&) {
+int MediaService::GetAudioSourceConfiguration(_trt__GetAudioSourceConfiguration*, _trt__GetAudioSourceConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetAudioEncoderConfiguration(_trt__GetAudioEncoderConfiguration*,
-                                               _trt__GetAudioEncoderConfigurationResponse&) {
+int MediaService::GetAudioEncoderConfiguration(_trt__GetAudioEncoderConfiguration*, _trt__GetAudioEncoderConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetVideoAnalyticsConfiguration(_trt__GetVideoAnalyticsConfiguration*,
-                                                 _trt__GetVideoAnalyticsConfigurationResponse&) {
+int MediaService::GetVideoAnalyticsConfiguration(_trt__GetVideoAnalyticsConfiguration*, _trt__GetVideoAnalyticsConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetMetadataConfiguration(_trt__GetMetadataConfiguration*,
-                                           _trt__GetMetadataConfigurationResponse&) {
+int MediaService::GetMetadataConfiguration(_trt__GetMetadataConfiguration*, _trt__GetMetadataConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetAudioOutputConfiguration(_trt__GetAudioOutputConfiguration*,
-                                              _trt__GetAudioOutputConfigurationResponse&) {
+int MediaService::GetAudioOutputConfiguration(_trt__GetAudioOutputConfiguration*, _trt__GetAudioOutputConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetAudioDecoderConfiguration(_trt__GetAudioDecoderConfiguration*,
-                                               _trt__GetAudioDecoderConfigurationResponse&) {
+int MediaService::GetAudioDecoderConfiguration(_trt__GetAudioDecoderConfiguration*, _trt__GetAudioDecoderConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetCompatibleVideoEncoderConfigurations(
-    _trt__GetCompatibleVideoEncoderConfigurations*,
-    _trt__GetCompatibleVideoEncoderConfigurationsResponse&) {
+int MediaService::GetCompatibleVideoEncoderConfigurations(_trt__GetCompatibleVideoEncoderConfigurations*, _trt__GetCompatibleVideoEncoderConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetCompatibleVideoSourceConfigurations(
-    _trt__GetCompatibleVideoSourceConfigurations*,
-    _trt__GetCompatibleVideoSourceConfigurationsResponse&) {
+int MediaService::GetCompatibleVideoSourceConfigurations(_trt__GetCompatibleVideoSourceConfigurations*, _trt__GetCompatibleVideoSourceConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetCompatibleAudioEncoderConfigurations(
-    _trt__GetCompatibleAudioEncoderConfigurations*,
-    _trt__GetCompatibleAudioEncoderConfigurationsResponse&) {
+int MediaService::GetCompatibleAudioEncoderConfigurations(_trt__GetCompatibleAudioEncoderConfigurations*, _trt__GetCompatibleAudioEncoderConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetCompatibleAudioSourceConfigurations(
-    _trt__GetCompatibleAudioSourceConfigurations*,
-    _trt__GetCompatibleAudioSourceConfigurationsResponse&) {
+int MediaService::GetCompatibleAudioSourceConfigurations(_trt__GetCompatibleAudioSourceConfigurations*, _trt__GetCompatibleAudioSourceConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetCompatibleVideoAnalyticsConfigurations(
-    _trt__GetCompatibleVideoAnalyticsConfigurations*,
-    _trt__GetCompatibleVideoAnalyticsConfigurationsResponse&) {
+int MediaService::GetCompatibleVideoAnalyticsConfigurations(_trt__GetCompatibleVideoAnalyticsConfigurations*, _trt__GetCompatibleVideoAnalyticsConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetCompatibleMetadataConfigurations(
-    _trt__GetCompatibleMetadataConfigurations*,
-    _trt__GetCompatibleMetadataConfigurationsResponse&) {
+int MediaService::GetCompatibleMetadataConfigurations(_trt__GetCompatibleMetadataConfigurations*, _trt__GetCompatibleMetadataConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetCompatibleAudioOutputConfigurations(
-    _trt__GetCompatibleAudioOutputConfigurations*,
-    _trt__GetCompatibleAudioOutputConfigurationsResponse&) {
+int MediaService::GetCompatibleAudioOutputConfigurations(_trt__GetCompatibleAudioOutputConfigurations*, _trt__GetCompatibleAudioOutputConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetCompatibleAudioDecoderConfigurations(
-    _trt__GetCompatibleAudioDecoderConfigurations*,
-    _trt__GetCompatibleAudioDecoderConfigurationsResponse&) {
+int MediaService::GetCompatibleAudioDecoderConfigurations(_trt__GetCompatibleAudioDecoderConfigurations*, _trt__GetCompatibleAudioDecoderConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::SetVideoSourceConfiguration(_trt__SetVideoSourceConfiguration*,
-                                              _trt__SetVideoSourceConfigurationResponse&) {
+int MediaService::SetVideoSourceConfiguration(_trt__SetVideoSourceConfiguration*, _trt__SetVideoSourceConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::SetVideoEncoderConfiguration(_trt__SetVideoEncoderConfiguration*,
-                                               _trt__SetVideoEncoderConfigurationResponse&) {
+int MediaService::SetVideoEncoderConfiguration(_trt__SetVideoEncoderConfiguration*, _trt__SetVideoEncoderConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::SetAudioSourceConfiguration(_trt__SetAudioSourceConfiguration*,
-                                              _trt__SetAudioSourceConfigurationResponse&) {
+int MediaService::SetAudioSourceConfiguration(_trt__SetAudioSourceConfiguration*, _trt__SetAudioSourceConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::SetAudioEncoderConfiguration(_trt__SetAudioEncoderConfiguration*,
-                                               _trt__SetAudioEncoderConfigurationResponse&) {
+int MediaService::SetAudioEncoderConfiguration(_trt__SetAudioEncoderConfiguration*, _trt__SetAudioEncoderConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::SetVideoAnalyticsConfiguration(_trt__SetVideoAnalyticsConfiguration*,
-                                                 _trt__SetVideoAnalyticsConfigurationResponse&) {
+int MediaService::SetVideoAnalyticsConfiguration(_trt__SetVideoAnalyticsConfiguration*, _trt__SetVideoAnalyticsConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::SetMetadataConfiguration(_trt__SetMetadataConfiguration*,
-                                           _trt__SetMetadataConfigurationResponse&) {
+int MediaService::SetMetadataConfiguration(_trt__SetMetadataConfiguration*, _trt__SetMetadataConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::SetAudioOutputConfiguration(_trt__SetAudioOutputConfiguration*,
-                                              _trt__SetAudioOutputConfigurationResponse&) {
+int MediaService::SetAudioOutputConfiguration(_trt__SetAudioOutputConfiguration*, _trt__SetAudioOutputConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::SetAudioDecoderConfiguration(_trt__SetAudioDecoderConfiguration*,
-                                               _trt__SetAudioDecoderConfigurationResponse&) {
+int MediaService::SetAudioDecoderConfiguration(_trt__SetAudioDecoderConfiguration*, _trt__SetAudioDecoderConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetVideoSourceConfigurationOptions(
-    _trt__GetVideoSourceConfigurationOptions*, _trt__GetVideoSourceConfigurationOptionsResponse&) {
+int MediaService::GetVideoSourceConfigurationOptions(_trt__GetVideoSourceConfigurationOptions*, _trt__GetVideoSourceConfigurationOptionsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetVideoEncoderConfigurationOptions(
-    _trt__GetVideoEncoderConfigurationOptions*,
-    _trt__GetVideoEncoderConfigurationOptionsResponse&) {
+int MediaService::GetVideoEncoderConfigurationOptions(_trt__GetVideoEncoderConfigurationOptions*, _trt__GetVideoEncoderConfigurationOptionsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetAudioSourceConfigurationOptions(
-    _trt__GetAudioSourceConfigurationOptions*, _trt__GetAudioSourceConfigurationOptionsResponse&) {
+int MediaService::GetAudioSourceConfigurationOptions(_trt__GetAudioSourceConfigurationOptions*, _trt__GetAudioSourceConfigurationOptionsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetAudioEncoderConfigurationOptions(
-    _trt__GetAudioEncoderConfigurationOptions*,
-    _trt__GetAudioEncoderConfigurationOptionsResponse&) {
+int MediaService::GetAudioEncoderConfigurationOptions(_trt__GetAudioEncoderConfigurationOptions*, _trt__GetAudioEncoderConfigurationOptionsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetMetadataConfigurationOptions(_trt__GetMetadataConfigurationOptions*,
-                                                  _trt__GetMetadataConfigurationOptionsResponse&) {
+int MediaService::GetMetadataConfigurationOptions(_trt__GetMetadataConfigurationOptions*, _trt__GetMetadataConfigurationOptionsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetAudioOutputConfigurationOptions(
-    _trt__GetAudioOutputConfigurationOptions*, _trt__GetAudioOutputConfigurationOptionsResponse&) {
+int MediaService::GetAudioOutputConfigurationOptions(_trt__GetAudioOutputConfigurationOptions*, _trt__GetAudioOutputConfigurationOptionsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetAudioDecoderConfigurationOptions(
-    _trt__GetAudioDecoderConfigurationOptions*,
-    _trt__GetAudioDecoderConfigurationOptionsResponse&) {
+int MediaService::GetAudioDecoderConfigurationOptions(_trt__GetAudioDecoderConfigurationOptions*, _trt__GetAudioDecoderConfigurationOptionsResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::GetGuaranteedNumberOfVideoEncoderInstances(
-    _trt__GetGuaranteedNumberOfVideoEncoderInstances*,
-    _trt__GetGuaranteedNumberOfVideoEncoderInstancesResponse&) {
+int MediaService::GetGuaranteedNumberOfVideoEncoderInstances(_trt__GetGuaranteedNumberOfVideoEncoderInstances*, _trt__GetGuaranteedNumberOfVideoEncoderInstancesResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::StartMulticastStreaming(_trt__StartMulticastStreaming*,
-                                          _trt__StartMulticastStreamingResponse&) {
+int MediaService::StartMulticastStreaming(_trt__StartMulticastStreaming*, _trt__StartMulticastStreamingResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::StopMulticastStreaming(_trt__StopMulticastStreaming*,
-                                         _trt__StopMulticastStreamingResponse&) {
+int MediaService::StopMulticastStreaming(_trt__StopMulticastStreaming*, _trt__StopMulticastStreamingResponse&) {
     return SOAP_OK;
 }
 
-int MediaService::SetSynchronizationPoint(_trt__SetSynchronizationPoint*,
-                                          _trt__SetSynchronizationPointResponse&) {
+int MediaService::SetSynchronizationPoint(_trt__SetSynchronizationPoint*, _trt__SetSynchronizationPointResponse&) {
     return SOAP_OK;
 }
 
-int DisplayService::GetServiceCapabilities(_tls__GetServiceCapabilities*,
-                                           _tls__GetServiceCapabilitiesResponse&) {
+int DisplayService::GetServiceCapabilities(_tls__GetServiceCapabilities*, _tls__GetServiceCapabilitiesResponse&) {
     return SOAP_OK;
 }
 
@@ -728,32 +611,26 @@ int DisplayService::GetDisplayOptions(_tls__GetDisplayOptions*, _tls__GetDisplay
     return SOAP_OK;
 }
 
-int DisplayService::GetPaneConfigurations(_tls__GetPaneConfigurations*,
-                                          _tls__GetPaneConfigurationsResponse&) {
+int DisplayService::GetPaneConfigurations(_tls__GetPaneConfigurations*, _tls__GetPaneConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int DisplayService::GetPaneConfiguration(_tls__GetPaneConfiguration*,
-                                         _tls__GetPaneConfigurationResponse&) {
+int DisplayService::GetPaneConfiguration(_tls__GetPaneConfiguration*, _tls__GetPaneConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int DisplayService::SetPaneConfigurations(_tls__SetPaneConfigurations*,
-                                          _tls__SetPaneConfigurationsResponse&) {
+int DisplayService::SetPaneConfigurations(_tls__SetPaneConfigurations*, _tls__SetPaneConfigurationsResponse&) {
     return SOAP_OK;
 }
 
-int DisplayService::SetPaneConfiguration(_tls__SetPaneConfiguration*,
-                                         _tls__SetPaneConfigurationResponse&) {
+int DisplayService::SetPaneConfiguration(_tls__SetPaneConfiguration*, _tls__SetPaneConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int DisplayService::CreatePaneConfiguration(_tls__CreatePaneConfiguration*,
-                                            _tls__CreatePaneConfigurationResponse&) {
+int DisplayService::CreatePaneConfiguration(_tls__CreatePaneConfiguration*, _tls__CreatePaneConfigurationResponse&) {
     return SOAP_OK;
 }
 
-int DisplayService::DeletePaneConfiguration(_tls__DeletePaneConfiguration*,
-                                            _tls__DeletePaneConfigurationResponse&) {
+int DisplayService::DeletePaneConfiguration(_tls__DeletePaneConfiguration*, _tls__DeletePaneConfigurationResponse&) {
     return SOAP_OK;
 }

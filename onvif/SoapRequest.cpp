@@ -56,7 +56,7 @@ SoapRequest::Outcome SoapRequest::Read(int socket, int transferMs, int pauseMs,
             std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
         pollfd waiting{socket, POLLIN, 0};
         if (left <= 0 || ::poll(&waiting, 1, static_cast<int>(std::min<long>(left, pauseMs))) <= 0)
-            return Outcome::kIncomplete;
+            return Outcome::kTimedOut;
         const ssize_t got = ::recv(socket, piece, sizeof piece, 0);
         if (got <= 0)
             return Outcome::kIncomplete;

@@ -11,7 +11,8 @@ class SoapRequest {
         kComplete,    // headers and the whole body (by its length or its last chunk)
         kMalformed,   // complete, but the body is not well-formed XML
         kTooLarge,    // larger than kMaxBytes: what came so far is kept
-        kIncomplete,  // the client stopped sending or went away before the end
+        kTimedOut,    // the client paused too long, or took too long in all
+        kIncomplete,  // the client went away before the end
     };
     static constexpr size_t kMaxBytes = 2 << 20;
 

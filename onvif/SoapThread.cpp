@@ -10,6 +10,7 @@
 
 #include "Device.nsmap"  // the namespace table, defined once here
 #include "SoapRequest.h"
+#include "platform/Log.h"
 #include "soapDeviceService.h"
 #include "soapDisplayService.h"
 #include "soapEventService.h"
@@ -58,6 +59,26 @@ void SendWithin(SOAP_SOCKET socket, const std::string& bytes, int pauseMs) {
             return;
         sent += static_cast<size_t>(n);
     }
+}
+
+// One line for each request refused or left unfinished, never one per byte.
+void ReportBadRequest(SoapRequest::Outcome outcome, const std::string& bytes, SOAP_SOCKET socket) {
+    const char* what = nullptr;
+    if (outcome == SoapRequest::Outcome::kMalformed)
+        what = "not well-formed XML: answered with a fault";
+    else if (outcome == SoapRequest::Outcome::kTooLarge)
+        what = "too large: answered with a fault";
+    else if (outcome == SoapRequest::Outcome::kTimedOut && !bytes.empty())
+        what = "not whole within its time: dropped";
+    if (what == nullptr)
+        return;
+    sockaddr_in peer{};
+    socklen_t length = sizeof peer;
+    char dotted[INET_ADDRSTRLEN] = "?";
+    if (::getpeername(socket, reinterpret_cast<sockaddr*>(&peer), &length) == 0)
+        ::inet_ntop(AF_INET, &peer.sin_addr, dotted, sizeof dotted);
+    CORVANE_LOG_WARNING("SoapThread::Answer",
+                        std::string("SOAP request from ") + dotted + " " + what);
 }
 
 // The request of the connection served on this thread, read whole beforehand; the engine reads
@@ -215,9 +236,11 @@ void SoapThread::Answer(Connection& connection) {
     ReadRequest request;
     const SoapRequest::Outcome outcome = SoapRequest::Read(
         context->socket, kTransferTimeoutSeconds * 1000, kIoTimeoutSeconds * 1000, request.bytes);
+    ReportBadRequest(outcome, request.bytes, connection.context->socket);
     if (outcome == SoapRequest::Outcome::kComplete && AnswerSnapshot(connection, request.bytes)) {
         // answered: a picture is not a SOAP exchange
-    } else if (outcome != SoapRequest::Outcome::kIncomplete) {
+    } else if (outcome != SoapRequest::Outcome::kIncomplete &&
+               outcome != SoapRequest::Outcome::kTimedOut) {
         currentRequest = &request;
         context->frecv = FromReadRequest;
         DeviceService device(context);

@@ -1,4 +1,5 @@
-// clang-format off: gSOAP reads the //gsoap lines and the member annotations as written.
+// clang-format off
+// gSOAP reads the //gsoap lines and the member annotations as written: not reformatted.
 // The ONVIF device front's interface in gSOAP's header form. Written by
 // tools/make_onvif_bindings.py; soapcpp2 makes the bindings from it.
 

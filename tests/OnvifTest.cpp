@@ -17,6 +17,7 @@
 
 #include "CommandOutput.h"
 #include "StreamProducer.h"
+#include "TestSupport.h"
 #include "onvif/SoapThread.h"
 #include "onvif/WSDiscovery.h"
 #include "platform/FileSystem.h"
@@ -253,7 +254,7 @@ TEST(SoapThread, AnswersTheOperationsWithContentAndSurvivesBadRequests) {
                  3000, "127.0.0.2");
     EXPECT_EQ(ElementText(capabilities, "XAddr"),
               "http://127.0.0.2:" + std::to_string(port) + "/onvif/services");
-    EXPECT_NE(capabilities.find("<tt:Major>1</tt:Major>"), std::string::npos);
+    EXPECT_NE(capabilities.find("<tt:Major>1</tt:Major>"), std::string::npos) << capabilities;
     // A region's device tells 640 x 480 at 25 with its own bit rate; a source's follows its
     // frames and tells 512.
     const std::string profiles = Exchange(
@@ -321,7 +322,8 @@ TEST(SoapThread, BadXmlGetsAFaultAtOnceAndSlowClientsHoldOnlyThemselves) {
     const std::string information =
         SoapRequest("<GetDeviceInformation xmlns=\"http://www.onvif.org/ver10/device/wsdl\"/>");
 
-    // Whole requests that are not well-formed: a fault, at once.
+    // Whole requests that are not well-formed: a fault, at once, and one line each.
+    LogCapture log;
     for (const std::string& body :
          {std::string("<GetDeviceInformation xmlns=\"http://www.onvif.org/ver10/device/wsdl\">"
                       "</GetScopes>"),
@@ -331,6 +333,14 @@ TEST(SoapThread, BadXmlGetsAFaultAtOnceAndSlowClientsHoldOnlyThemselves) {
         EXPECT_NE(answer.find("Fault"), std::string::npos) << answer;
         EXPECT_LT(Clock::now() - asked, std::chrono::milliseconds(100)) << body;
     }
+    int reported = 0;
+    for (const std::string& message : log.Messages())
+        reported += message ==
+                            "SOAP request from 127.0.0.1 not well-formed XML: answered with a "
+                            "fault"
+                        ? 1
+                        : 0;
+    EXPECT_EQ(reported, 2);  // the third is XML, of no known operation: the engine's fault
 
     // Clients that stall or trickle a byte a second hold their own connection only.
     std::atomic<bool> stop{false};

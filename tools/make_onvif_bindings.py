@@ -243,7 +243,8 @@ REQUIRED_NIL = {}
 
 
 def header():
-    lines = ["// clang-format off: gSOAP reads the //gsoap lines and the member annotations as written.",
+    lines = ["// clang-format off",
+             "// gSOAP reads the //gsoap lines and the member annotations as written: not reformatted.",
              "// The ONVIF device front's interface in gSOAP's header form. Written by",
              "// tools/make_onvif_bindings.py; soapcpp2 makes the bindings from it.", ""]
     for prefix, name, namespace, _ in SERVICES:
@@ -271,7 +272,8 @@ def header():
 
 
 def empty_operations():
-    lines = ["// clang-format off: generated.",
+    lines = ["// clang-format off",
+             "// Generated: not reformatted.",
              "// The operations of the served services that answer SOAP_OK with an empty response",
              "// element. Written by tools/make_onvif_bindings.py.",
              "#include \"soapDeviceService.h\"",
