@@ -1,5 +1,8 @@
 #include "MyFrame.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <unistd.h>
 
 #include <wx/dirdlg.h>
@@ -89,6 +92,8 @@ MyFrame::MyFrame(Project& project, StartMode mode)
     auimanager.SetDockSizeConstraint(0.5, 0.5);
     if (mode != kStartNormal)
         OpenConsole();
+    else
+        SilenceConsole();
     std::fprintf(stderr, "%s\n\n", ProjectSession::kBanner);
     SetAccessDefaults(project_);
     LoadAccess(project_);
@@ -153,6 +158,19 @@ void MyFrame::OpenConsole() {
     // A console is the terminal the program was started from; both streams unbuffered.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     std::setvbuf(stderr, nullptr, _IONBF, 0);
+}
+
+void MyFrame::SilenceConsole() {
+    // A normal start has no console: what the program says on its standard streams goes
+    // nowhere (start with -dbg or -nopwd to see it).
+    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (nowhere < 0)
+        return;
+    std::fflush(stdout);
+    std::fflush(stderr);
+    ::dup2(nowhere, STDOUT_FILENO);
+    ::dup2(nowhere, STDERR_FILENO);
+    ::close(nowhere);
 }
 
 bool MyFrame::Login() {

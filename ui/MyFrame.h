@@ -73,6 +73,7 @@ class MyFrame : public wxFrame, public EventSink, public ProjectHost {
 
   private:
     void OpenConsole();
+    void SilenceConsole();
     void BuildMenus();
     void BuildPanes();
     void SetMenuState();
