@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-extern char** environ;
+#include "ChildOutput.h"
 
 class CameraProcess {
   public:
@@ -24,30 +24,17 @@ class CameraProcess {
 
     // Any camera command that prints "ready" once it listens.
     explicit CameraProcess(std::vector<std::string> command) {
-        int out[2];
-        if (::pipe2(out, O_CLOEXEC) != 0)
-            return;
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, out[1], 1);
-        posix_spawn_file_actions_addclose(&actions, out[0]);
-        std::vector<char*> argv;
-        for (auto& arg : command)
-            argv.push_back(arg.data());
-        argv.push_back(nullptr);
-        if (posix_spawn(&pid_, command[0].c_str(), &actions, nullptr, argv.data(), environ) != 0)
-            pid_ = -1;
-        posix_spawn_file_actions_destroy(&actions);
-        ::close(out[1]);
+        int output = -1;
+        pid_ = StartWithOutput(std::move(command), output);
         // Ready once it says so (it listens then), or not at all within 10 s.
-        pollfd waiting{out[0], POLLIN, 0};
+        pollfd waiting{output, POLLIN, 0};
         char said[16] = {0};
         if (pid_ > 0 && ::poll(&waiting, 1, 10000) > 0)
-            ready_ = ::read(out[0], said, sizeof said - 1) > 0 &&
+            ready_ = ::read(output, said, sizeof said - 1) > 0 &&
                      std::string(said).rfind("ready", 0) == 0;
         // Kept open while the camera lives: a write after "ready" (the rest of its line, a
         // closing word) must not kill it with a broken pipe.
-        said_ = out[0];
+        said_ = output;
     }
     ~CameraProcess() { Kill(); }
     bool Ready() const { return ready_; }

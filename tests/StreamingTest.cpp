@@ -21,6 +21,7 @@
 
 #include <gtest/gtest.h>
 
+#include "ChildOutput.h"
 #include "CommandOutput.h"
 #include "StreamProducer.h"
 #include "streaming/H264Encoder.h"
@@ -117,20 +118,11 @@ double Psnr(const std::vector<uint8_t>& a, const std::vector<uint8_t>& b) {
 class DecodingClient {
   public:
     explicit DecodingClient(const std::string& command) {
-        int out[2];
-        if (::pipe2(out, O_CLOEXEC) != 0)
+        int output = -1;
+        pid_ = StartWithOutput({"/bin/sh", "-c", command}, output, true);
+        if (output < 0)
             return;
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, out[1], 1);
-        posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-        const char* argv[] = {"/bin/sh", "-c", command.c_str(), nullptr};
-        if (posix_spawn(&pid_, "/bin/sh", &actions, nullptr, const_cast<char**>(argv), environ) !=
-            0)
-            pid_ = -1;
-        posix_spawn_file_actions_destroy(&actions);
-        ::close(out[1]);
-        reader_ = std::thread([this, fd = out[0]] {
+        reader_ = std::thread([this, fd = output] {
             std::vector<uint8_t> picture(static_cast<size_t>(kNumberedWidth) * kNumberedHeight * 3);
             size_t filled = 0;
             for (ssize_t n;
