@@ -13,6 +13,8 @@
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <libxml/parser.h>
+#include <libxml/tree.h>
 #include <opencv2/imgcodecs.hpp>
 
 #include "CommandOutput.h"
@@ -460,6 +462,121 @@ TEST(SoapThread, TellsTheRealTimeInUtcAndLocally) {
     const std::string verdict =
         CommandOutput("xmllint --noout --nonet --schema " + wrapper + " " + fragment);
     EXPECT_NE(verdict.find("validates"), std::string::npos) << verdict;
+}
+
+namespace {
+
+// The schema a WSDL of the official set carries, as a schema file of its own whose imports
+// name the set's files by absolute path.
+std::string SchemaOfWsdl(const std::string& schemas, const std::string& wsdl,
+                         const std::string& folder) {
+    xmlDoc* doc = xmlReadFile((schemas + "/" + wsdl).c_str(), nullptr, XML_PARSE_NONET);
+    if (doc == nullptr)
+        return std::string();
+    std::string file;
+    for (xmlNode* types = xmlDocGetRootElement(doc)->children; types != nullptr;
+         types = types->next) {
+        if (types->type != XML_ELEMENT_NODE || xmlStrcmp(types->name, BAD_CAST "types") != 0)
+            continue;
+        for (xmlNode* schema = types->children; schema != nullptr; schema = schema->next) {
+            if (schema->type != XML_ELEMENT_NODE || xmlStrcmp(schema->name, BAD_CAST "schema"))
+                continue;
+            for (xmlNode* import = schema->children; import != nullptr; import = import->next)
+                if (import->type == XML_ELEMENT_NODE &&
+                    xmlStrcmp(import->name, BAD_CAST "import") == 0)
+                    xmlSetProp(import, BAD_CAST "schemaLocation",
+                               BAD_CAST(schemas + "/onvif.xsd").c_str());
+            xmlDoc* own = xmlNewDoc(BAD_CAST "1.0");
+            xmlNode* root = xmlDocCopyNode(schema, own, 1);
+            xmlDocSetRootElement(own, root);
+            // Type names (QName values) may use prefixes the WSDL declares on its root.
+            for (xmlNs* ns = xmlDocGetRootElement(doc)->nsDef; ns != nullptr; ns = ns->next)
+                if (ns->prefix != nullptr && xmlSearchNs(own, root, ns->prefix) == nullptr)
+                    xmlNewNs(root, ns->href, ns->prefix);
+            xmlReconciliateNs(own, root);
+            file = folder + "/" + wsdl + ".xsd";
+            xmlSaveFile(file.c_str(), own);
+            xmlFreeDoc(own);
+        }
+    }
+    xmlFreeDoc(doc);
+    return file;
+}
+
+// The first element of the answer's SOAP body, as a document of its own with every namespace
+// it uses declared on it.
+std::string BodyElement(const std::string& answer, const std::string& file) {
+    const size_t start = answer.find("<?xml");
+    if (start == std::string::npos)
+        return std::string();
+    xmlDoc* doc = xmlReadMemory(answer.data() + start, static_cast<int>(answer.size() - start),
+                                nullptr, nullptr, XML_PARSE_NONET);
+    if (doc == nullptr)
+        return std::string();
+    xmlNode* body = nullptr;
+    for (xmlNode* child = xmlDocGetRootElement(doc)->children; child != nullptr;
+         child = child->next)
+        if (child->type == XML_ELEMENT_NODE && xmlStrcmp(child->name, BAD_CAST "Body") == 0)
+            body = child;
+    xmlNode* element = body != nullptr ? xmlFirstElementChild(body) : nullptr;
+    std::string name;
+    if (element != nullptr) {
+        name = reinterpret_cast<const char*>(element->name);
+        xmlDoc* own = xmlNewDoc(BAD_CAST "1.0");
+        xmlDocSetRootElement(own, xmlDocCopyNode(element, own, 1));
+        xmlReconciliateNs(own, xmlDocGetRootElement(own));
+        xmlSaveFile(file.c_str(), own);
+        xmlFreeDoc(own);
+    }
+    xmlFreeDoc(doc);
+    return name;
+}
+
+}  // namespace
+
+TEST(SoapThread, EveryAnswerWithContentIsValidByTheOfficialSchemas) {
+    const std::string schemas = std::string(CORVANE_SOURCE_DIR) + "/../shared/onvif-wsdl";
+    if (!platform::FileExists(schemas + "/onvif.xsd"))
+        GTEST_SKIP() << "the official ONVIF schemas (../shared/onvif-wsdl) are not here";
+    const std::string folder = ::testing::TempDir();
+    const std::string device = SchemaOfWsdl(schemas, "devicemgmt.wsdl", folder);
+    const std::string media = SchemaOfWsdl(schemas, "media.wsdl", folder);
+    ASSERT_FALSE(device.empty());
+    ASSERT_FALSE(media.empty());
+
+    const int port = TestPort() + 4;
+    SoapThread soap("Gate1", port, 1000000, "127.0.0.1");
+    soap.Run();
+    ASSERT_TRUE(WaitServing(soap));
+    soap.SetVideoFormat(1280, 720, 10);
+    const std::string tds = "xmlns=\"http://www.onvif.org/ver10/device/wsdl\"";
+    const std::string trt = "xmlns=\"http://www.onvif.org/ver10/media/wsdl\"";
+    const std::vector<std::pair<std::string, std::string>> calls = {
+        {device, "<GetDeviceInformation " + tds + "/>"},
+        {device, "<GetScopes " + tds + "/>"},
+        {device, "<GetCapabilities " + tds + "><Category>All</Category></GetCapabilities>"},
+        {device, "<GetSystemDateAndTime " + tds + "/>"},
+        {media, "<GetVideoSources " + trt + "/>"},
+        {media, "<GetProfiles " + trt + "/>"},
+        {media, "<GetProfile " + trt + "><ProfileToken>mobile_h264</ProfileToken></GetProfile>"},
+        {media, "<GetStreamUri " + trt +
+                    "><StreamSetup><Stream xmlns=\"http://www.onvif.org/"
+                    "ver10/schema\">RTP-Unicast</Stream><Transport xmlns=\"http://www.onvif.org/"
+                    "ver10/schema\"><Protocol>RTSP</Protocol></Transport></StreamSetup>"
+                    "<ProfileToken>mobile_h264</ProfileToken></GetStreamUri>"},
+        {media,
+         "<GetSnapshotUri " + trt + "><ProfileToken>mobile_h264</ProfileToken></GetSnapshotUri>"},
+    };
+    for (const auto& [schema, body] : calls) {
+        SCOPED_TRACE(body.substr(0, body.find(' ')));
+        const std::string answer = Exchange(port, SoapRequestWithHeaders(body, "PasswordDigest"));
+        const std::string file = folder + "/corvane-answer.xml";
+        const std::string element = BodyElement(answer, file);
+        ASSERT_NE(element.find("Response"), std::string::npos) << answer;
+        const std::string verdict =
+            CommandOutput("xmllint --noout --nonet --schema " + schema + " " + file);
+        EXPECT_NE(verdict.find("validates"), std::string::npos) << verdict;
+    }
 }
 
 TEST(OnvifClient, DiscoversTheDeviceReadsItAndPlaysItsStream) {
