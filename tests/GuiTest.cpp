@@ -514,6 +514,46 @@ TEST(DesktopProgram, TheRoiPaneRefusesBadChangesAndAppliesAGoodOne) {
     EXPECT_EQ(ListColumn(pane.List(), 1), std::vector<std::string>{"Lane2"});
 }
 
+TEST(DesktopProgram, ARebuiltChoiceInTheRoiPaneKeepsItsValueAndItsSelection) {
+    OpenWindow window;
+    Project& project = window.project;
+    window.dialogs.region = [](AddLaneDlg& dialog) {
+        SetRow(dialog.Grid(), "ROI Name", "Lane1");
+        return dialog.OnAddLane() ? 1 : 0;
+    };
+    Menu(*window.frame, ID_ADDROI);
+    ASSERT_EQ(project.lanes.GetCount(), 1u);
+    Menu(*window.frame, ID_ROISETTINGS);
+    Pump(std::chrono::milliseconds(200));
+    GestioneLane& pane = *window.frame->Regions();
+    pane.Select(project.lanes[0].id);
+    Pump(std::chrono::milliseconds(100));
+    ASSERT_TRUE(pane.Grid()->SelectProperty("Gate"));
+    const wxString before = pane.Grid()->GetPropertyValueAsString("Gate");
+
+    // A gate added elsewhere: the open region's gate row gets it as a choice, with its value
+    // and the operator's place in the grid as they were.
+    window.dialogs.settings = [](ParametriScheda& dialog) {
+        dialog.Update();
+        return 1;
+    };
+    SetRow(window.frame->Gates()->Grid(), "Name", "Gate9");
+    SetRow(window.frame->Gates()->Grid(), "Type", "Voting Gate");
+    window.frame->Gates()->OnAdd();
+    ASSERT_EQ(project.integrators.GetCount(), 1u);
+    Pump(std::chrono::milliseconds(200));
+    wxPGProperty* gate = pane.Grid()->GetProperty("Gate");
+    ASSERT_NE(gate, nullptr);
+    EXPECT_NE(gate->GetChoices().Index("Gate9"), wxNOT_FOUND);
+    EXPECT_EQ(pane.Grid()->GetPropertyValueAsString("Gate"), before);
+    ASSERT_NE(pane.Grid()->GetSelection(), nullptr);
+    EXPECT_EQ(pane.Grid()->GetSelection()->GetName(), "Gate");
+    // The open editor offers the new choices too, not those it was opened with.
+    auto* editor = dynamic_cast<wxItemContainer*>(pane.Grid()->GetEditorControl());
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->GetCount(), gate->GetChoices().GetCount());
+}
+
 TEST(DesktopProgram, AddingARegionChecksPortsNamesAndBoxesFirst) {
     OpenWindow window;
     Project& project = window.project;

@@ -77,12 +77,23 @@ void GestioneLane::RefreshUnderLock() {
 
 void GestioneLane::RebuildChoice(Choice choice) {
     Project& project = *context_.project;
+    const char* row = choice == kGateChoice      ? "Gate"
+                      : choice == kTriggerChoice ? "Trigger"
+                                                 : "CAMERASEL";
+    // The row's editor must not be open while its choices change: the selection moves to the
+    // name first and comes back afterwards.
+    const wxPGProperty* selection = grid_->GetSelection();
+    const bool rowSelected = selection != nullptr && selection->GetName() == row;
+    if (rowSelected)
+        grid_->SelectProperty("ROI Name");
     if (choice == kGateChoice)
         LaneGrid::RebuildGates(grid_, project);
     else if (choice == kTriggerChoice)
         LaneGrid::RebuildTriggers(grid_, project, LaneGrid::Form::Modify);
     else
         LaneGrid::RebuildCameras(grid_, project, LaneGrid::Form::Modify);
+    if (rowSelected)
+        grid_->SelectProperty(row);
     grid_->Refresh();
 }
 
