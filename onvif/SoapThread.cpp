@@ -2,7 +2,6 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
-#include <poll.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -10,7 +9,10 @@
 
 #include "Device.nsmap"  // the namespace table, defined once here
 #include "SoapRequest.h"
+#include "platform/AddressRange.h"
 #include "platform/Log.h"
+#include "platform/TcpSocket.h"
+#include "platform/Ticks.h"
 #include "soapDeviceService.h"
 #include "soapDisplayService.h"
 #include "soapEventService.h"
@@ -42,23 +44,7 @@ std::string LocalAddress(SOAP_SOCKET socket) {
     if (::getsockname(socket, reinterpret_cast<sockaddr*>(&local), &length) != 0 ||
         local.sin_family != AF_INET || local.sin_addr.s_addr == htonl(INADDR_ANY))
         return std::string();
-    char dotted[INET_ADDRSTRLEN] = {};
-    return ::inet_ntop(AF_INET, &local.sin_addr, dotted, sizeof dotted) != nullptr ? dotted
-                                                                                   : std::string();
-}
-
-// Sends all of bytes unless the client stops taking them for pauseMs.
-void SendWithin(SOAP_SOCKET socket, const std::string& bytes, int pauseMs) {
-    size_t sent = 0;
-    while (sent < bytes.size()) {
-        pollfd waiting{socket, POLLOUT, 0};
-        if (::poll(&waiting, 1, pauseMs) <= 0)
-            return;
-        const ssize_t n = ::send(socket, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
-        if (n <= 0)
-            return;
-        sent += static_cast<size_t>(n);
-    }
+    return platform::DottedAddress(ntohl(local.sin_addr.s_addr));
 }
 
 // One line for each request refused or left unfinished, never one per byte.
@@ -74,11 +60,10 @@ void ReportBadRequest(SoapRequest::Outcome outcome, const std::string& bytes, SO
         return;
     sockaddr_in peer{};
     socklen_t length = sizeof peer;
-    char dotted[INET_ADDRSTRLEN] = "?";
-    if (::getpeername(socket, reinterpret_cast<sockaddr*>(&peer), &length) == 0)
-        ::inet_ntop(AF_INET, &peer.sin_addr, dotted, sizeof dotted);
-    CORVANE_LOG_WARNING("SoapThread::Answer",
-                        std::string("SOAP request from ") + dotted + " " + what);
+    const std::string from = ::getpeername(socket, reinterpret_cast<sockaddr*>(&peer), &length) == 0
+                                 ? platform::DottedAddress(ntohl(peer.sin_addr.s_addr))
+                                 : std::string("?");
+    CORVANE_LOG_WARNING("SoapThread::Answer", "SOAP request from " + from + " " + what);
 }
 
 // The request of the connection served on this thread, read whole beforehand; the engine reads
@@ -292,7 +277,10 @@ bool SoapThread::AnswerSnapshot(Connection& connection, const std::string& reque
                         : "HTTP/1.1 200 OK\r\nContent-Type: image/jpeg\r\nContent-Length: " +
                               std::to_string(picture.size()) +
                               "\r\nCache-Control: no-store\r\nConnection: close\r\n\r\n";
-    SendWithin(connection.context->socket, head + picture, kIoTimeoutSeconds * 1000);
+    // Within the transfer time in all, as a request is read: a client that takes the picture
+    // a byte at a time cannot hold its connection for longer.
+    platform::SendAllBefore(connection.context->socket, head + picture,
+                            platform::GetTickCount() + kTransferTimeoutSeconds * 1000);
     return true;
 }
 

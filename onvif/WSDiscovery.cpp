@@ -16,6 +16,8 @@
 #include <random>
 #include <vector>
 
+#include "platform/AddressRange.h"
+
 namespace {
 
 constexpr const char* kScopeRoot = "onvif://www.onvif.org/";
@@ -209,10 +211,8 @@ ssize_t WSDiscovery::ReceiveProbe(int sock, std::vector<char>& buffer, sockaddr_
             continue;
         in_pktinfo info{};
         std::memcpy(&info, CMSG_DATA(item), sizeof info);
-        char dotted[INET_ADDRSTRLEN] = {};
-        if (info.ipi_spec_dst.s_addr != htonl(INADDR_ANY) &&
-            ::inet_ntop(AF_INET, &info.ipi_spec_dst, dotted, sizeof dotted) != nullptr)
-            localAddress = dotted;
+        if (info.ipi_spec_dst.s_addr != htonl(INADDR_ANY))
+            localAddress = platform::DottedAddress(ntohl(info.ipi_spec_dst.s_addr));
     }
     return size;
 }

@@ -142,15 +142,15 @@ bool TcpSocket::PeerAddress(uint32_t& address) const {
     return true;
 }
 
-bool TcpSocket::SendAllBefore(const std::string& text, uint32_t deadline) {
+bool SendAllBefore(int fd, const std::string& text, uint32_t deadline) {
     constexpr size_t kPiece = 16 * 1024;
     size_t done = 0;
     while (done < text.size()) {
         const int32_t left = static_cast<int32_t>(deadline - GetTickCount());
-        if (left <= 0 || !WaitFor(fd_, POLLOUT, left))
+        if (left <= 0 || !WaitFor(fd, POLLOUT, left))
             return false;
         // Never blocking: a send may take less than the piece, and the rest waits for room.
-        const ssize_t sent = ::send(fd_, text.data() + done, std::min(kPiece, text.size() - done),
+        const ssize_t sent = ::send(fd, text.data() + done, std::min(kPiece, text.size() - done),
                                     MSG_NOSIGNAL | MSG_DONTWAIT);
         if (sent < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR))
             continue;
@@ -159,6 +159,10 @@ bool TcpSocket::SendAllBefore(const std::string& text, uint32_t deadline) {
         done += static_cast<size_t>(sent);
     }
     return true;
+}
+
+bool TcpSocket::SendAllBefore(const std::string& text, uint32_t deadline) {
+    return IsOpen() && platform::SendAllBefore(fd_, text, deadline);
 }
 
 int TcpSocket::LocalPort() const {

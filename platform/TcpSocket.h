@@ -52,4 +52,7 @@ class TcpSocket {
     int fd_ = -1;
 };
 
+// The same for a connected socket the caller owns (one another library opened).
+bool SendAllBefore(int fd, const std::string& text, uint32_t deadline);
+
 }  // namespace platform
