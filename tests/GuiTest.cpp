@@ -7,7 +7,9 @@
 
 #include <wx/app.h>
 #include <wx/button.h>
+#include <wx/checkbox.h>
 #include <wx/choice.h>
+#include <wx/combobox.h>
 #include <wx/dcclient.h>
 #include <wx/dcmemory.h>
 #include <wx/evtloop.h>
@@ -17,6 +19,7 @@
 #include <wx/modalhook.h>
 #include <wx/msgdlg.h>
 #include <wx/propgrid/propgrid.h>
+#include <wx/stattext.h>
 #include <wx/textctrl.h>
 #include <wx/weakref.h>
 
@@ -36,6 +39,7 @@
 #include "onvif/SoapThread.h"
 #include "onvif/WSDiscovery.h"
 #include "platform/FileSystem.h"
+#include "platform/Ticks.h"
 #include "ui/AddLaneDlg.h"
 #include "ui/BoardDlg.h"
 #include "ui/CameraDlg.h"
@@ -1044,4 +1048,133 @@ int main(int argc, char** argv) {
     }
     wxEntryCleanup();
     return result;
+}
+
+namespace {
+
+std::string Named(wxWindow& window) {
+    const wxString label = window.GetLabel();
+    return wxString(window.GetClassInfo()->GetClassName()).utf8_str().data() + std::string(" \"") +
+           (label.empty() ? window.GetName() : label).utf8_str().data() + "\"";
+}
+
+// Every control that shows text has the room its text needs, at its size on the screen now:
+// buttons, labels, check boxes, choices and fields whole in width and height, and every header
+// of a report list wider than its text.
+void ExpectNothingClipped(wxWindow& top, const std::string& where) {
+    for (wxWindow* child : top.GetChildren()) {
+        if (!child->IsShown() || child->IsTopLevel())
+            continue;
+        const std::string name = where + " > " + Named(*child);
+        const wxSize size = child->GetSize();
+        const wxSize best = child->GetBestSize();
+        wxString text;
+        if (dynamic_cast<wxButton*>(child) != nullptr || dynamic_cast<wxStaticText*>(child) ||
+            dynamic_cast<wxCheckBox*>(child) != nullptr)
+            text = child->GetLabel();
+        else if (auto* choice = dynamic_cast<wxChoice*>(child))
+            text = choice->GetStringSelection();
+        else if (auto* combo = dynamic_cast<wxComboBox*>(child))
+            text = combo->GetValue();
+        else if (auto* field = dynamic_cast<wxTextCtrl*>(child); field && !field->IsMultiLine())
+            text = field->GetValue();
+        if (!text.empty() || dynamic_cast<wxTextCtrl*>(child) != nullptr) {
+            wxClientDC dc(child);
+            dc.SetFont(child->GetFont());
+            const wxSize extent = dc.GetMultiLineTextExtent(text.empty() ? wxString("Ag") : text);
+            EXPECT_GE(size.x, extent.x) << name << " is " << size.x << " wide";
+            EXPECT_GE(size.y, std::min(best.y, extent.y + 4))
+                << name << " is " << size.y << " high, needs " << best.y;
+        }
+        if (auto* list = dynamic_cast<wxListCtrl*>(child); list && list->InReportView()) {
+            for (int column = 0; column < list->GetColumnCount(); ++column) {
+                wxListItem header;
+                header.SetMask(wxLIST_MASK_TEXT);
+                list->GetColumn(column, header);
+                EXPECT_GE(list->GetColumnWidth(column),
+                          list->GetTextExtent(header.GetText()).x + 12)
+                    << name << " column " << header.GetText().utf8_str().data();
+            }
+        }
+        ExpectNothingClipped(*child, name);
+    }
+}
+
+}  // namespace
+
+// Every report list under the window shows its header and at least five rows.
+void ExpectFiveRows(wxWindow& top, const std::string& where) {
+    for (wxWindow* child : top.GetChildren()) {
+        if (!child->IsShown() || child->IsTopLevel())
+            continue;
+        if (auto* list = dynamic_cast<wxListCtrl*>(child); list && list->InReportView()) {
+            const int row = list->GetCharHeight() + 6;
+            const int header = list->GetCharHeight() + 12;
+            EXPECT_GE(list->GetClientSize().y, header + 5 * row)
+                << where << " > " << Named(*list) << " is " << list->GetClientSize().y << " high";
+        }
+        ExpectFiveRows(*child, where);
+    }
+}
+
+TEST(DesktopProgram, NothingIsClippedAt1024x768) {
+    OpenWindow window;
+    window.frame->SetSize(1024, 768);
+    // Each management pane beside the views, one at a time, as the View menu opens them.
+    for (const char* name :
+         {"Video Sources Management", "Boards Management", "Triggers Management", "ROIs Management",
+          "Lanes Management", "Post Processor Management", "Video Sources", "ROI LPR Result"}) {
+        window.frame->Aui().GetPane(name).Show();
+        window.frame->Aui().Update();
+        Pump(std::chrono::milliseconds(300));
+        ExpectNothingClipped(*window.frame, name);
+        ExpectFiveRows(*window.frame, name);
+        window.frame->Aui().GetPane(name).Hide();
+        window.frame->Aui().Update();
+    }
+    // The database label stays whole and centred when its text changes.
+    LPRList& readings = *window.frame->Readings();
+    for (const int state : {1, 0, -1}) {
+        readings.SetStatus(state);
+        Pump(std::chrono::milliseconds(50));
+        ExpectNothingClipped(readings, "LPR Output");
+        const wxStaticText* label = ChildrenOf<wxStaticText>(readings).at(1);
+        EXPECT_EQ(label->GetSize().x, readings.GetClientSize().x) << state;
+        EXPECT_TRUE(label->HasFlag(wxALIGN_CENTRE_HORIZONTAL));
+    }
+}
+
+TEST(DesktopProgram, TheLoginAndTheTemplatesManagerShowTheirTextsWhole) {
+    AppFolder app;
+    Project project;
+    wxAdministrator login(nullptr, project);
+    login.Show();
+    Pump(std::chrono::milliseconds(300));
+    ExpectNothingClipped(login, "login");
+    login.Hide();
+    NewPrjDialog dialog(nullptr, project, 0);
+    dialog.Show();
+    Pump(std::chrono::milliseconds(300));
+    ExpectNothingClipped(dialog, "project");
+    dialog.Hide();
+    project.prjdir = app.File("");
+    TemplatesDlg templates(nullptr, project);
+    templates.SetSize(1024 * 3 / 4, 768 * 3 / 4);
+    templates.Show();
+    Pump(std::chrono::milliseconds(300));
+    ExpectNothingClipped(templates, "templates");
+    templates.Hide();
+}
+
+TEST(DesktopProgram, MouseMovementOverTheResultPaneKeepsTheLiveViewComing) {
+    OpenWindow window;
+    Project& project = window.project;
+    const uint32_t longAgo = platform::GetTickCount() - 1'300'000;
+    {
+        std::lock_guard<std::mutex> lock(project.framemutex);
+        project.viewtick = longAgo;
+    }
+    Click(window.frame->Results(), wxEVT_MOTION, 40, 80);
+    std::lock_guard<std::mutex> lock(project.framemutex);
+    EXPECT_LT(platform::ElapsedTicks(platform::GetTickCount(), project.viewtick), 5000u);
 }

@@ -8,6 +8,7 @@
 #include <cstdio>
 
 #include "CameraModDlg.h"
+#include "ListColumns.h"
 #include "NativeWindowOf.h"
 #include "ParametriScheda.h"
 #include "PropertyGridLayout.h"
@@ -44,6 +45,7 @@ CameraDlg::CameraDlg(wxWindow* parent, const UiContext& context, LaneControl& co
                            wxDefaultValidator, "list");
     for (const char* header : {"ID", "Name", "Type", "Port"})
         list_->AppendColumn(header);
+    FitColumnHeaders(*list_);
     start_ = new wxButton(this, kStartId, "Start Sampling");
     stop_ = new wxButton(this, kStopId, "Stop Sampling");
     streaming_ = new wxButton(this, kStreamingId, "Modify Streaming Parameters");

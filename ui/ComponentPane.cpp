@@ -4,6 +4,7 @@
 #include <wx/listctrl.h>
 #include <wx/propgrid/propgrid.h>
 
+#include "ListColumns.h"
 #include "PropertyGridLayout.h"
 #include "core/Project.h"
 
@@ -23,6 +24,7 @@ ComponentPane::ComponentPane(wxWindow* parent, const UiContext& context, const B
                            wxDefaultValidator, "list");
     for (const char* column : columns)
         list_->AppendColumn(column);
+    FitColumnHeaders(*list_);
     modify_ = new wxButton(this, buttons.modifyId, buttons.modify);
     remove_ = new wxButton(this, buttons.removeId, buttons.remove);
     add_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnAdd(); });

@@ -9,6 +9,7 @@
 #include <cstdio>
 
 #include "LaneGrid.h"
+#include "ListColumns.h"
 #include "PropertyGridLayout.h"
 #include "core/Project.h"
 #include "core/ShapeText.h"
@@ -29,6 +30,7 @@ GestioneLane::GestioneLane(wxWindow* parent, const UiContext& context)
     for (const char* header :
          {"ID", "Name", "Video Source", "Lane", "Trigger", "Streaming Port", "Autodiscovery"})
         list_->AppendColumn(header);
+    FitColumnHeaders(*list_);
     grid_ = new wxPropertyGrid(this, kGridId);
     KeepLabelsReadable(grid_);
     LaneGrid::Build(grid_, *context.project, LaneGrid::Form::Modify);
@@ -42,10 +44,16 @@ GestioneLane::GestioneLane(wxWindow* parent, const UiContext& context)
         wxEVT_BUTTON, [this](wxCommandEvent&) { OnRemoveLane(); }, kRemoveId);
     Bind(wxEVT_SIZE, [this](wxSizeEvent&) {
         const wxSize client = GetClientSize();
-        list_->SetSize(0, 0, client.x, client.y / 3);
-        grid_->SetSize(0, client.y / 3, client.x, client.y * 2 / 3 - 42);
-        save_->SetSize(0, client.y - 41, client.x, 20);
-        remove_->SetSize(0, client.y - 21, client.x, 20);
+        const int body = client.y - 50;
+        if (client.x > client.y * 3 / 2) {  // docked wide and low: list and grid side by side
+            list_->SetSize(0, 0, client.x / 2, body);
+            grid_->SetSize(client.x / 2, 0, client.x - client.x / 2, body);
+        } else {
+            list_->SetSize(0, 0, client.x, body / 3);
+            grid_->SetSize(0, body / 3, client.x, body - body / 3);
+        }
+        save_->SetSize(0, client.y - 49, client.x, 24);
+        remove_->SetSize(0, client.y - 24, client.x, 24);
     });
 }
 

@@ -1,10 +1,13 @@
 #include "LPRList.h"
 
+#include <algorithm>
+
 #include <wx/listctrl.h>
 #include <wx/stattext.h>
 
 #include <cstdio>
 
+#include "ListColumns.h"
 #include "ShowFrameDlg.h"
 #include "core/Project.h"
 #include "database/CheckDBThread.h"
@@ -29,8 +32,9 @@ LPRList::LPRList(wxWindow* parent, const UiContext& context)
     : wxPanel(parent, wxID_ANY), context_(context) {
     title_ = new wxStaticText(this, wxID_ANY, "LPR Output", wxDefaultPosition, wxDefaultSize,
                               wxALIGN_CENTRE_HORIZONTAL, "staticText");
-    status_ = new wxStaticText(this, wxID_ANY, CheckDBThread::StatusText(2), wxDefaultPosition,
-                               wxDefaultSize, wxALIGN_CENTRE_HORIZONTAL, "staticText2");
+    statusText_ = CheckDBThread::StatusText(2);
+    status_ = new wxStaticText(this, wxID_ANY, statusText_, wxDefaultPosition, wxDefaultSize,
+                               wxALIGN_CENTRE_HORIZONTAL | wxST_NO_AUTORESIZE, "staticText2");
     list_ = new wxListCtrl(this, kListId, wxDefaultPosition, wxDefaultSize, wxLC_REPORT,
                            wxDefaultValidator, "list");
     const char* headers[] = {"Time",  "Lane",       "Plate",      "Direction",
@@ -40,13 +44,9 @@ LPRList::LPRList(wxWindow* parent, const UiContext& context)
     list_->SetColumnWidth(0, 130);
     list_->SetColumnWidth(2, 100);
     list_->SetColumnWidth(4, 260);
+    FitColumnHeaders(*list_);
     Bind(wxEVT_LIST_ITEM_ACTIVATED, &LPRList::OnActivated, this, kListId);
-    Bind(wxEVT_SIZE, [this](wxSizeEvent&) {
-        const wxSize client = GetClientSize();
-        title_->SetSize(5, 2, client.x - 10, 20);
-        status_->SetSize(0, 22, client.x, 20);
-        list_->SetSize(0, 44, client.x, client.y - 45);
-    });
+    Bind(wxEVT_SIZE, [this](wxSizeEvent&) { LayoutControls(); });
 }
 
 void LPRList::Refill() {
@@ -66,13 +66,30 @@ void LPRList::Refill() {
     }
 }
 
+void LPRList::LayoutControls() {
+    const wxSize client = GetClientSize();
+    const int line = std::max(20, title_->GetCharHeight() + 4);
+    title_->SetSize(5, 2, client.x - 10, line);
+    // A narrow pane takes the database state on two lines rather than cutting it.
+    status_->SetLabel(statusText_);
+    const bool wide = status_->GetTextExtent(statusText_).x <= client.x;
+    if (!wide)
+        status_->Wrap(client.x);
+    const int lines = wide ? 1 : 2;
+    status_->SetSize(0, 2 + line, client.x, lines * line);
+    const int top = 4 + (1 + lines) * line;
+    list_->SetSize(0, top, client.x, client.y - top);
+}
+
 void LPRList::SetStatus(int state) {
-    if (state >= -1 && state <= 1)
-        status_->SetLabel(CheckDBThread::StatusText(state));
+    if (state < -1 || state > 1)
+        return;
+    statusText_ = CheckDBThread::StatusText(state);
+    LayoutControls();
 }
 
 wxString LPRList::StatusText() const {
-    return status_->GetLabel();
+    return statusText_;
 }
 
 void LPRList::OnActivated(wxListEvent& event) {

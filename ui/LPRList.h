@@ -18,9 +18,11 @@ class LPRList : public wxPanel {
 
   private:
     void OnActivated(wxListEvent& event);
+    void LayoutControls();
 
     UiContext context_;
     wxStaticText* title_ = nullptr;
     wxStaticText* status_ = nullptr;
+    wxString statusText_;  // as the database thread told it, before any wrapping
     wxListCtrl* list_ = nullptr;
 };

@@ -22,7 +22,8 @@ LaneLPRResult::LaneLPRResult(wxWindow* parent, const UiContext& context)
     RefillRegions();
     Bind(wxEVT_PAINT, &LaneLPRResult::OnPaint, this);
     Bind(wxEVT_COMBOBOX, &LaneLPRResult::OnRegion, this, kRegionChoiceId);
-    Bind(wxEVT_MOTION, [this](wxMouseEvent&) { context_.project->TouchActivity(); });
+    // The operator is watching: the live view keeps its pictures coming, the lock stays away.
+    Bind(wxEVT_MOTION, [this](wxMouseEvent&) { RenewWatch(); });
     Bind(wxEVT_SIZE, [this](wxSizeEvent&) {
         choice_->SetSize(0, 0, GetClientSize().x, kChoiceHeight);
         Refresh(false);
@@ -53,13 +54,16 @@ void LaneLPRResult::SelectRegion(const wxString& name) {
     OnRegion(event);
 }
 
-void LaneLPRResult::OnRegion(wxCommandEvent&) {
+void LaneLPRResult::RenewWatch() {
     Project& project = *context_.project;
     project.TouchActivity();
-    {
-        std::lock_guard<std::mutex> lock(project.framemutex);
-        project.viewtick = platform::GetTickCount();
-    }
+    std::lock_guard<std::mutex> lock(project.framemutex);
+    project.viewtick = platform::GetTickCount();
+}
+
+void LaneLPRResult::OnRegion(wxCommandEvent&) {
+    Project& project = *context_.project;
+    RenewWatch();
     const std::string name = choice_->GetValue().utf8_str().data();
     std::lock_guard<std::mutex> lock(project.selectionmutex);
     project.selroi = name == "None" ? -1 : project.GetLaneId(name);

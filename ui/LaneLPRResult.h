@@ -15,6 +15,8 @@ class LaneLPRResult : public wxPanel {
   private:
     void OnPaint(wxPaintEvent& event);
     void OnRegion(wxCommandEvent& event);
+    // Renews the live view's 20-minute watch and the operator's activity.
+    void RenewWatch();
 
     UiContext context_;
     wxComboBox* choice_ = nullptr;

@@ -66,9 +66,9 @@ NewPrjDialog::NewPrjDialog(wxWindow* parent, Project& project, int modifyMode)
     });
     Bind(wxEVT_SIZE, [this, confirm, cancel](wxSizeEvent&) {
         const wxSize client = GetClientSize();
-        grid_->SetSize(0, 0, client.x, client.y - 42);
-        confirm->SetSize(5, client.y - 41, client.x - 10, 19);
-        cancel->SetSize(5, client.y - 21, client.x - 10, 19);
+        grid_->SetSize(0, 0, client.x, client.y - 52);
+        confirm->SetSize(5, client.y - 51, client.x - 10, 24);
+        cancel->SetSize(5, client.y - 26, client.x - 10, 24);
     });
 }
 

@@ -1,5 +1,8 @@
 #include "TemplatesDlg.h"
 
+#include <algorithm>
+#include "ListColumns.h"
+
 #include <wx/button.h>
 #include <wx/choice.h>
 #include <wx/listctrl.h>
@@ -57,6 +60,8 @@ TemplatesDlg::TemplatesDlg(wxWindow* parent, Project& project)
     availableList_->AppendColumn("Country");
     usedList_ = new wxListCtrl(this, 6089, wxDefaultPosition, wxDefaultSize, wxLC_REPORT);
     usedList_->AppendColumn("Country");
+    FitColumnHeaders(*availableList_);
+    FitColumnHeaders(*usedList_);
     add_ = new wxButton(this, 6072, "-->");
     remove_ = new wxButton(this, 6073, "<--");
     exit_ = new wxButton(this, 6057, "Exit");
@@ -181,17 +186,30 @@ void TemplatesDlg::LayoutControls() {
     const wxSize client = GetClientSize();
     const int w = client.x;
     const int h = client.y;
+    // A form: each setting's label whole on the left, its control beside it, then the two
+    // country lists with the move buttons between them and the two buttons at the foot.
     wxWindow* controls[] = {useTemplate_, discard_, discardPerc_, force_, forcePerc_};
+    int labelWidth = 0;
+    int row = 0;
     for (int i = 0; i < 5; ++i) {
-        labels_[i]->SetSize(5 + i * w / 5, 5, w / 5 - 10, 20);
-        controls[i]->SetSize(5 + i * w / 5, 27, w / 5 - 10, 25);
+        labelWidth = std::max(labelWidth, labels_[i]->GetBestSize().x);
+        row = std::max({row, controls[i]->GetBestSize().y, labels_[i]->GetBestSize().y});
     }
-    availableList_->SetSize(5, 75, w / 2 - 50, h - 105);
-    usedList_->SetSize(w / 2 + 45, 75, w / 2 - 50, h - 105);
+    const int controlWidth = std::max(120, std::min(240, w - labelWidth - 20));
+    for (int i = 0; i < 5; ++i) {
+        const int y = 5 + i * (row + 4);
+        labels_[i]->SetSize(5, y + (row - labels_[i]->GetBestSize().y) / 2, labelWidth, -1);
+        controls[i]->SetSize(labelWidth + 15, y, controlWidth, row);
+    }
+    const int button = std::max(25, save_->GetBestSize().y);
+    const int top = 5 + 5 * (row + 4) + 10;
+    const int listHeight = h - top - button - 10;
+    availableList_->SetSize(5, top, w / 2 - 50, listHeight);
+    usedList_->SetSize(w / 2 + 45, top, w / 2 - 50, listHeight);
     availableList_->SetColumnWidth(0, w / 2 - 50);
     usedList_->SetColumnWidth(0, w / 2 - 50);
-    add_->SetSize(w / 2 - 40, 95, 80, 25);
-    remove_->SetSize(w / 2 - 40, 125, 80, 25);
-    save_->SetSize(5, h - 27, w / 2 - 10, 25);
-    exit_->SetSize(w / 2 + 5, h - 27, w / 2 - 10, 25);
+    add_->SetSize(w / 2 - 40, top + 20, 80, button);
+    remove_->SetSize(w / 2 - 40, top + 25 + button, 80, button);
+    save_->SetSize(5, h - button - 2, w / 2 - 10, button);
+    exit_->SetSize(w / 2 + 5, h - button - 2, w / 2 - 10, button);
 }

@@ -24,7 +24,7 @@ ViewFrame::ViewFrame(wxWindow* parent, const UiContext& context)
     Bind(wxEVT_LEFT_UP, &ViewFrame::OnMouse, this);
     Bind(wxEVT_MOTION, &ViewFrame::OnMouse, this);
     Bind(wxEVT_SIZE, [this](wxSizeEvent&) {
-        choice_->SetSize(0, 0, GetClientSize().x, 20);
+        choice_->SetSize(0, 0, GetClientSize().x, 25);  // the text whole under GTK
         Refresh(false);
     });
 }

@@ -1,5 +1,8 @@
 #include "wxAdministrator.h"
 
+#include <algorithm>
+#include <utility>
+
 #include <wx/button.h>
 #include <wx/msgdlg.h>
 #include <wx/stattext.h>
@@ -17,7 +20,6 @@ constexpr int kCancelId = 6056;
 wxAdministrator::wxAdministrator(wxWindow* parent, Project& project)
     : wxDialog(parent, wxID_ANY, "Please insert administrator access information"),
       project_(project) {
-    SetClientSize(250, 120);
     auto* userLabel = new wxStaticText(this, wxID_ANY, "Username");
     userField_ = new wxTextCtrl(this, kUserId);
     auto* passwordLabel = new wxStaticText(this, wxID_ANY, "Password");
@@ -27,14 +29,24 @@ wxAdministrator::wxAdministrator(wxWindow* parent, Project& project)
     auto* cancel = new wxButton(this, kCancelId, "Cancel");
     confirm->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Confirm(); });
     cancel->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Cancel(); });
+    // Rows as high as the toolkit draws their text: a label, its field, a label, its field and
+    // the buttons, in a window of at least 250 pixels.
+    const int label = userLabel->GetBestSize().y;
+    const int field = userField_->GetBestSize().y;
+    const int button = std::max(confirm->GetBestSize().y, cancel->GetBestSize().y);
+    const int buttonWidth = std::max(confirm->GetBestSize().x, cancel->GetBestSize().x);
+    SetClientSize(std::max(250, 2 * buttonWidth + 15), 2 * (label + field) + button + 25);
     Bind(wxEVT_SIZE, [=](wxSizeEvent&) {
         const wxSize client = GetClientSize();
-        userLabel->SetSize(5, 5, client.x - 10, 15);
-        userField_->SetSize(5, 22, client.x - 10, 20);
-        passwordLabel->SetSize(5, 50, client.x - 10, 15);
-        passwordField_->SetSize(5, 67, client.x - 10, 20);
-        confirm->SetSize(5, client.y - 22, client.x / 2 - 5, 20);
-        cancel->SetSize(client.x / 2, client.y - 22, client.x / 2 - 5, 20);
+        int y = 5;
+        for (const auto& [caption, entry] : {std::pair<wxWindow*, wxWindow*>{userLabel, userField_},
+                                             {passwordLabel, passwordField_}}) {
+            caption->SetSize(5, y, client.x - 10, label);
+            entry->SetSize(5, y + label + 2, client.x - 10, field);
+            y += label + field + 8;
+        }
+        confirm->SetSize(5, client.y - button - 5, client.x / 2 - 8, button);
+        cancel->SetSize(client.x / 2 + 3, client.y - button - 5, client.x / 2 - 8, button);
     });
     CentreOnScreen();
 }
