@@ -1178,3 +1178,99 @@ TEST(DesktopProgram, MouseMovementOverTheResultPaneKeepsTheLiveViewComing) {
     std::lock_guard<std::mutex> lock(project.framemutex);
     EXPECT_LT(platform::ElapsedTicks(platform::GetTickCount(), project.viewtick), 5000u);
 }
+
+TEST(DesktopProgram, TheProjectDialogRefusesANamelessProjectAndAsksBeforeMakingItsFolder) {
+    AppFolder app;
+    Project project;
+    ScriptedDialogs dialogs;
+    NewPrjDialog dialog(nullptr, project, 0);
+    SetRow(dialog.Grid(), "Project Folder", wxString::FromUTF8(app.File("north")));
+    EXPECT_FALSE(dialog.Confirm());
+    ASSERT_FALSE(dialogs.asked.empty());
+    EXPECT_EQ(dialogs.asked.back(), "Project name not specified");
+    EXPECT_FALSE(platform::DirectoryExists(app.File("north")));
+
+    // A folder that is not there yet is made when the operator agrees.
+    SetRow(dialog.Grid(), "Project Name", "north");
+    dialogs.answers["Destination directory does not exists, create it?"] = wxID_YES;
+    EXPECT_TRUE(dialog.Confirm());
+    EXPECT_EQ(dialogs.asked.back(), "Destination directory does not exists, create it?");
+    EXPECT_TRUE(platform::DirectoryExists(app.File("north")));
+
+    // One that cannot be made is refused.
+    SetRow(dialog.Grid(), "Project Folder", "/proc/north");
+    EXPECT_FALSE(dialog.Confirm());
+    EXPECT_EQ(dialogs.asked.back(), "Cannot create destination directory");
+}
+
+TEST(DesktopProgram, SourcesGatesAndTriggersAreRenamedAndRemovedThroughTheirPanes) {
+    OpenWindow window;
+    Project& project = window.project;
+    std::string renameTo;
+    std::string nameRow;
+    window.dialogs.settings = [&](ParametriScheda& dialog) {
+        if (!renameTo.empty())
+            dialog.SetRowValue(nameRow, renameTo);
+        dialog.Update();
+        return 1;
+    };
+
+    // A source: renamed through its settings, then removed after the question.
+    SetRow(window.frame->Cameras()->Grid(), "Name", "Cam1");
+    SetRow(window.frame->Cameras()->Grid(), "Type", "Video Source");
+    window.frame->Cameras()->OnAddCamera();
+    ASSERT_EQ(project.cameras.GetCount(), 1u);
+    nameRow = "Camera name";
+    renameTo = "West";
+    window.frame->Cameras()->Select(project.cameras[0].id);
+    window.frame->Cameras()->OnModifyCameraPars();
+    EXPECT_EQ(project.cameras[0].name, "West");
+    EXPECT_EQ(ListColumn(window.frame->Cameras()->List(), 1), std::vector<std::string>{"West"});
+    window.dialogs.answers["Remove Camera?"] = wxID_NO;
+    window.frame->Cameras()->OnRemoveCamera();
+    EXPECT_EQ(project.cameras.GetCount(), 1u);
+    window.dialogs.answers["Remove Camera?"] = wxID_YES;
+    window.frame->Cameras()->OnRemoveCamera();
+    EXPECT_EQ(project.cameras.GetCount(), 0u);
+    EXPECT_EQ(window.frame->Cameras()->List()->GetItemCount(), 0);
+
+    // A gate: renamed, and the post-processor pane's gate choice follows; then removed.
+    renameTo.clear();
+    IntegratorDlg& gates = *window.frame->Gates();
+    SetRow(gates.Grid(), "Name", "Gate1");
+    SetRow(gates.Grid(), "Type", "Voting Gate");
+    gates.OnAdd();
+    ASSERT_EQ(project.integrators.GetCount(), 1u);
+    nameRow = "Lane name";
+    renameTo = "Exit";
+    gates.Select(project.integrators[0].id);
+    gates.OnModify();
+    Pump(std::chrono::milliseconds(200));
+    EXPECT_EQ(project.integrators[0].name, "Exit");
+    EXPECT_EQ(ListColumn(gates.List(), 0), std::vector<std::string>{"Exit"});
+    wxPGProperty* reference = window.frame->Processors()->Grid()->GetProperty("Reference Gate");
+    ASSERT_NE(reference, nullptr);
+    ASSERT_NE(reference->GetChoices().GetCount(), 0u);
+    EXPECT_NE(reference->GetChoices().GetLabels().Index("Exit"), wxNOT_FOUND);
+    window.dialogs.answers["Remove Lane?"] = wxID_YES;
+    gates.Select(project.integrators[0].id);
+    gates.OnRemove();
+    EXPECT_EQ(project.integrators.GetCount(), 0u);
+
+    // A trigger: renamed and removed; its list follows.
+    renameTo.clear();
+    TriggerDlg& triggers = *window.frame->Triggers();
+    SetRow(triggers.Grid(), "Name", "Loop1");
+    SetRow(triggers.Grid(), "Type", "Pin Trigger");
+    triggers.OnAdd();
+    ASSERT_EQ(project.triggers.GetCount(), 1u);
+    nameRow = "Trigger name";
+    renameTo = "Loop2";
+    triggers.Select(project.triggers[0].id);
+    triggers.OnModify();
+    EXPECT_EQ(project.triggers[0].name, "Loop2");
+    triggers.Select(project.triggers[0].id);
+    triggers.OnRemove();
+    EXPECT_EQ(project.triggers.GetCount(), 0u);
+    EXPECT_EQ(triggers.List()->GetItemCount(), 0);
+}
