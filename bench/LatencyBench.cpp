@@ -9,7 +9,9 @@
 #include <cstdio>
 #include <map>
 #include <mutex>
+#include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "streaming/RtspService.h"
@@ -26,9 +28,42 @@ int LevelOf(int frame) {
     return 16 + (frame % kLevels) * 14;
 }
 
+// Runs a client that writes decoded grey pictures to its standard output and matches each
+// picture's level to the time it was pushed.
+std::vector<double> Measure(const std::string& command, std::mutex& mutex,
+                            std::map<int, Clock::time_point>& pushed) {
+    FILE* client = ::popen(command.c_str(), "r");
+    std::vector<double> latencies;
+    std::vector<uint8_t> grey(kWidth * kHeight);
+    while (client != nullptr && std::fread(grey.data(), 1, grey.size(), client) == grey.size()) {
+        const auto arrived = Clock::now();
+        // Decoded to grey, a flat picture of level L comes back as about L; the nearest pushed
+        // level is taken.
+        long sum = 0;
+        for (const uint8_t value : grey)
+            sum += value;
+        const double luma = static_cast<double>(sum) / grey.size();
+        int best = LevelOf(0);
+        for (int k = 0; k < kLevels; ++k)
+            if (std::abs(LevelOf(k) - luma) < std::abs(best - luma))
+                best = LevelOf(k);
+        std::lock_guard<std::mutex> lock(mutex);
+        latencies.push_back(
+            std::chrono::duration<double, std::milli>(arrived - pushed[best]).count());
+        if (latencies.size() >= 120)
+            break;
+    }
+    if (client != nullptr)
+        ::pclose(client);
+    return latencies;
+}
+
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
+    // Optional: the RTSP transport (tcp or udp) and further client input options.
+    const std::string transport = argc > 1 ? argv[1] : "tcp";
+    const std::string options = argc > 2 ? argv[2] : "";
     RtspService service("127.0.0.1", kPort);
     service.Start();
     for (int i = 0; i < 100 && !service.RtspRunning(); ++i)
@@ -52,44 +87,35 @@ int main() {
         }
     });
 
-    const std::string command =
-        "timeout 20 ffmpeg -v error -rtsp_transport tcp -fflags nobuffer -flags low_delay "
-        "-max_delay 0 -reorder_queue_size 0 -probesize 32 -analyzeduration 0 -threads 1 -i "
-        "rtsp://127.0.0.1:" +
-        std::to_string(kPort) + "/Latency -frames:v 120 -f rawvideo -pix_fmt gray -";
-    FILE* client = ::popen(command.c_str(), "r");
-    std::vector<double> latencies;
-    std::vector<uint8_t> grey(kWidth * kHeight);
-    while (client != nullptr && std::fread(grey.data(), 1, grey.size(), client) == grey.size()) {
-        const auto arrived = Clock::now();
-        // Decoded to full-range grey, a flat picture of level L comes back as about L; the
-        // nearest pushed level is taken.
-        long sum = 0;
-        for (const uint8_t value : grey)
-            sum += value;
-        const double luma = static_cast<double>(sum) / grey.size();
-        int best = LevelOf(0);
-        for (int k = 0; k < kLevels; ++k)
-            if (std::abs(LevelOf(k) - luma) < std::abs(best - luma))
-                best = LevelOf(k);
-        std::lock_guard<std::mutex> lock(mutex);
-        latencies.push_back(
-            std::chrono::duration<double, std::milli>(arrived - pushed[best]).count());
+    const std::string url = "rtsp://127.0.0.1:" + std::to_string(kPort) + "/Latency";
+    const std::vector<std::pair<std::string, std::string>> clients = {
+        {"ffmpeg",
+         "timeout 20 ffmpeg -v error -rtsp_transport " + transport + " " + options +
+             " -fflags nobuffer -flags low_delay -max_delay 0 -reorder_queue_size 0 -probesize 32 "
+             "-analyzeduration 0 -threads 1 -i " +
+             url + " -frames:v 120 -vsync passthrough -f rawvideo -pix_fmt gray -"},
+        {"GStreamer", "timeout 15 gst-launch-1.0 -q rtspsrc location=" + url +
+                          " latency=0 protocols=" + transport +
+                          " ! rtph264depay ! avdec_h264 max-threads=1 ! videoconvert ! "
+                          "video/x-raw,format=GRAY8 ! fdsink fd=1 sync=false"}};
+    int status = 0;
+    for (const auto& [name, command] : clients) {
+        std::vector<double> latencies = Measure(command, mutex, pushed);
+        if (latencies.size() < 20) {
+            std::fprintf(stderr, "%s: too few frames arrived: %zu\n", name.c_str(),
+                         latencies.size());
+            status = 1;
+            continue;
+        }
+        latencies.erase(latencies.begin(), latencies.begin() + 10);  // the start-up frames
+        std::sort(latencies.begin(), latencies.end());
+        std::printf(
+            "%-9s frames %zu  median %.1f ms  90%% %.1f ms (640x480, 10 fps, loopback, %s)\n",
+            name.c_str(), latencies.size(), latencies[latencies.size() / 2],
+            latencies[latencies.size() * 9 / 10], transport.c_str());
     }
-    if (client != nullptr)
-        ::pclose(client);
     stop = true;
     producer.join();
     service.StopAllStreams();
-    if (latencies.size() < 20) {
-        std::fprintf(stderr, "too few frames arrived: %zu\n", latencies.size());
-        return 1;
-    }
-    latencies.erase(latencies.begin(), latencies.begin() + 10);  // the start-up frames
-    std::sort(latencies.begin(), latencies.end());
-    std::printf(
-        "frames %zu  median %.1f ms  90%% %.1f ms (640x480, 10 fps, loopback, ffmpeg "
-        "client decoding)\n",
-        latencies.size(), latencies[latencies.size() / 2], latencies[latencies.size() * 9 / 10]);
-    return 0;
+    return status;
 }

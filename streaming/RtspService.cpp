@@ -88,13 +88,14 @@ int RtspService::Stream::FrameRate() const {
 namespace {
 
 // Every picture is an intra picture that carries its own parameter sets in band, in front of
-// its slices. Nothing downstream may insert them again: the parser and the payloader do so in
-// front of every IDR slice, which puts parameter sets between the slices of one picture and
-// makes FFmpeg-based players decode each half as a picture of its own.
+// its slices, and ends with a delimiter. Nothing downstream may insert parameter sets again:
+// the payloader would do so in front of every IDR slice, which puts them between the slices of
+// one picture and makes FFmpeg-based players decode each half as a picture of its own; and no
+// parser may sit in between, as it would carry the closing delimiter over to the next picture.
 constexpr const char* kLaunch =
     "( appsrc name=src is-live=true format=time do-timestamp=true "
     "caps=video/x-h264,stream-format=byte-stream,alignment=au "
-    "! h264parse ! rtph264pay name=pay0 pt=96 )";
+    "! rtph264pay name=pay0 pt=96 )";
 
 using StreamRef = std::shared_ptr<RtspService::Stream>;
 
@@ -158,9 +159,22 @@ void OnMediaConfigure(GstRTSPMediaFactory*, GstRTSPMedia* media, gpointer data) 
     GstElement* source = gst_bin_get_by_name_recurse_up(GST_BIN(element), "src");
     gst_object_unref(element);
     g_object_set_data_full(G_OBJECT(media), kStreamNameKey, g_strdup(stream->name.c_str()), g_free);
-    if (source != nullptr)  // queued by the source and sent ahead of its first picture
+    if (source != nullptr) {
+        // The rate the description announces: the stream's measured one.
+        int rate = 0;
+        {
+            std::lock_guard<std::mutex> lock(stream->mutex);
+            rate = stream->FrameRate();
+        }
+        GstCaps* caps = gst_caps_new_simple("video/x-h264", "stream-format", G_TYPE_STRING,
+                                            "byte-stream", "alignment", G_TYPE_STRING, "au",
+                                            "framerate", GST_TYPE_FRACTION, rate, 1, nullptr);
+        g_object_set(source, "caps", caps, nullptr);
+        gst_caps_unref(caps);
+        // Queued by the source and sent ahead of its first picture.
         gst_element_send_event(source, gst_event_new_tag(gst_tag_list_new(
                                            GST_TAG_MAXIMUM_BITRATE, kAnnouncedBitRate, nullptr)));
+    }
     g_signal_connect_data(media, "unprepared", G_CALLBACK(OnUnprepared),
                           HoldStream(*static_cast<StreamRef*>(data)), ReleaseStream,
                           static_cast<GConnectFlags>(0));
@@ -229,6 +243,11 @@ void RtspService::Stream::PushFrame(const uint8_t* data, int frameWidth, int fra
     // so every packet fits the staging limit.
     const int count = encoder->Encode(data, frameWidth, frameHeight, packet);
     if (count > 0) {
+        // An access unit delimiter closes the picture: FFmpeg's parser hands a picture on
+        // when the next unit begins, so without it every picture waits for the next one.
+        static const uint8_t kDelimiter[] = {0, 0, 0, 1, 9, 0xF0};
+        packet.resize(static_cast<size_t>(count));
+        packet.insert(packet.end(), std::begin(kDelimiter), std::end(kDelimiter));
         GstBuffer* buffer = gst_buffer_new_memdup(packet.data(), packet.size());
         gst_app_src_push_buffer(GST_APP_SRC(source), buffer);  // takes the buffer
         intervalBytes += count;

@@ -9,10 +9,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -131,6 +133,7 @@ class DecodingClient {
                 if (filled == picture.size()) {
                     std::lock_guard<std::mutex> lock(mutex_);
                     pictures_.push_back(picture);
+                    arrivals_.push_back(std::chrono::steady_clock::now());
                     filled = 0;
                 }
             }
@@ -154,12 +157,18 @@ class DecodingClient {
         std::lock_guard<std::mutex> lock(mutex_);
         return pictures_.size();
     }
+    // When each picture came out of the client, after End.
+    std::vector<std::chrono::steady_clock::time_point> Arrivals() const {
+        std::lock_guard<std::mutex> lock(mutex_);
+        return arrivals_;
+    }
 
   private:
     pid_t pid_ = -1;
     std::thread reader_;
     mutable std::mutex mutex_;
     std::vector<std::vector<uint8_t>> pictures_;
+    std::vector<std::chrono::steady_clock::time_point> arrivals_;
 };
 
 bool WaitRunning(const RtspService& service) {
@@ -343,6 +352,64 @@ TEST(RtspService, EveryPictureReachesFfmpegAndGStreamerClientsWholeAndInOrder) {
     }
     stop = true;
     producer.join();
+}
+
+TEST(RtspService, EveryPictureIsClosedAsItLeaves) {
+    // Pictures half a second apart. Each leaves closed by a delimiter, so a player's parser
+    // need not wait for the next picture to begin: GStreamer shows it at once; FFmpeg's own
+    // decoder still keeps one picture back, but no longer two.
+    RtspService service("127.0.0.1", TestPort());
+    service.Start();
+    ASSERT_TRUE(WaitRunning(service));
+    service.AddStream("Slow", 800000);
+    service.SetStreamSize(kNumberedWidth, kNumberedHeight, "Slow");
+    std::mutex mutex;
+    std::map<int, std::chrono::steady_clock::time_point> pushedAt;
+    std::atomic<bool> stop{false};
+    std::thread producer([&] {
+        for (int frame = 0; !stop; ++frame) {
+            const int number = frame % 100;
+            const std::vector<uint8_t> picture = NumberedPicture(number);
+            {
+                std::lock_guard<std::mutex> lock(mutex);
+                pushedAt[number] = std::chrono::steady_clock::now();
+            }
+            service.SetStreamSize(kNumberedWidth, kNumberedHeight, "Slow");
+            service.PushStreamFrame(picture.data(), kNumberedWidth, kNumberedHeight, "Slow");
+            for (int i = 0; i < 10 && !stop; ++i)
+                std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+    });
+    const std::string url = "rtsp://127.0.0.1:" + std::to_string(TestPort()) + "/Slow";
+    DecodingClient ffmpeg(
+        "exec ffmpeg -nostdin -v error -rtsp_transport tcp -fflags nobuffer -flags low_delay "
+        "-probesize 32 -analyzeduration 0 -threads 1 -i " +
+        url + " -vsync passthrough -f rawvideo -pix_fmt rgb24 -");
+    DecodingClient gstreamer("exec gst-launch-1.0 -q rtspsrc location=" + url +
+                             " protocols=tcp latency=0 ! rtph264depay ! avdec_h264 ! "
+                             "videoconvert ! video/x-raw,format=RGB ! fdsink fd=1 sync=false");
+    std::this_thread::sleep_for(std::chrono::seconds(12));
+    stop = true;
+    producer.join();
+    for (const auto& [name, client] :
+         {std::pair<const char*, DecodingClient*>{"ffmpeg", &ffmpeg}, {"gstreamer", &gstreamer}}) {
+        SCOPED_TRACE(name);
+        const auto pictures = client->End();
+        const auto arrivals = client->Arrivals();
+        if (pictures.size() < 8) {
+            ADD_FAILURE() << pictures.size() << " pictures";
+            continue;
+        }
+        std::vector<double> delays;
+        std::lock_guard<std::mutex> lock(mutex);
+        for (size_t i = 2; i < pictures.size(); ++i)  // past the start-up
+            delays.push_back(std::chrono::duration<double, std::milli>(
+                                 arrivals[i] - pushedAt[NumberOf(pictures[i])])
+                                 .count());
+        std::sort(delays.begin(), delays.end());
+        const double bound = std::string(name) == "ffmpeg" ? 750.0 : 250.0;
+        EXPECT_LT(delays[delays.size() / 2], bound) << ::testing::PrintToString(delays);
+    }
 }
 
 TEST(RtspService, AFrozenClientIsLetGoOnceItsSessionHasTimedOut) {
