@@ -14,7 +14,7 @@ PACKAGES=(
     # desktop program
     libwxgtk3.2-dev xvfb xauth
     # pipeline and plate reading
-    libopencv-dev libtesseract-dev libleptonica-dev tesseract-ocr-eng
+    libopencv-dev
     # streaming
     libavcodec-dev libavutil-dev libavformat-dev libswscale-dev libx264-dev ffmpeg
     libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev libgstrtspserver-1.0-dev

@@ -19,10 +19,12 @@ std::string RandomEuropeanPlate(std::mt19937& rng);
 // Size of the plate drawn for text at a character height.
 cv::Size PlateSize(const std::string& text, int charHeight);
 
-// A white plate with a dark border and black characters, its top left corner at origin.
+// A European plate, its top left corner at origin: white with a dark rim, the blue band with
+// the country code of the text's layout, black characters in a narrow face.
 void DrawPlate(cv::Mat& bgr, cv::Point origin, const std::string& text, int charHeight);
 
-// A car seen from the front, centred at centre, with its plate in the bumper.
+// A car seen from the front, centred at centre: tyres, body, cabin and windscreen, mirrors,
+// headlights and grille, and its plate in the bumper.
 void DrawCar(cv::Mat& bgr, cv::Point centre, const std::string& plate, int charHeight,
              const cv::Scalar& body);
 

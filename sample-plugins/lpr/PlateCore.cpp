@@ -1,15 +1,25 @@
-// PlateCore: the reference plate reader. Finds plates as rows of character blobs, reads them
-// with Tesseract, and applies the project's plate templates when the region asks for them.
+// PlateCore: the reference plate reader. A trained detector network finds plates in the
+// region's picture, a trained sequence network reads each one (CTC), and the project's plate
+// templates are applied when the region asks for them. Both networks are ONNX files in the
+// models folder beside this library, run with OpenCV's dnn module; tools/plate-reader trains
+// them.
+#include <dlfcn.h>
+#include <limits.h>
+#include <stdlib.h>
+
 #include <algorithm>
+#include <cmath>
+#include <cstdio>
 #include <memory>
 #include <numeric>
+#include <string>
 #include <vector>
 
 #include <opencv2/core/core_c.h>
 #include <opencv2/imgproc.hpp>
 
-#include "PlateFinder.h"
-#include "PlateOcr.h"
+#include "PlateDetector.h"
+#include "PlateReader.h"
 #include "TemplateMatcher.h"
 #include "corvane/LPRPlugin.h"
 
@@ -22,17 +32,40 @@ struct Reading {
     int charHeight = 0;
     int characters = 0;
     std::string tags;
+    double rank = 0.0;
 };
+
+// The folder of this library, where its models folder is. Taken when the library is loaded:
+// the name the loader keeps may be relative to the working folder of that moment.
+std::string LibraryFolder() {
+    Dl_info info{};
+    if (dladdr(reinterpret_cast<void*>(&LibraryFolder), &info) == 0 || info.dli_fname == nullptr)
+        return ".";
+    char resolved[PATH_MAX];
+    const std::string path =
+        ::realpath(info.dli_fname, resolved) != nullptr ? resolved : info.dli_fname;
+    const size_t slash = path.rfind('/');
+    return slash == std::string::npos ? "." : path.substr(0, slash);
+}
+
+const std::string kLibraryFolder = LibraryFolder();
 
 class PlateCore : public LPRPlugin {
   public:
     static constexpr int kMinPlateCharacters = 4;
     static constexpr int kMaxPlateCharacters = 10;
+    // Plates narrower than 2.4 times their height may carry two rows.
+    static constexpr int kTwoRowShape = 24;
 
     int Init(int minCar, int maxCar, std::string templatesFile, std::string useTemplate) override {
         minHeight_ = std::max(minCar, 6);
         maxHeight_ = std::max(maxCar, minHeight_ + 1);
-        ocr_ = std::make_unique<PlateOcr>();
+        const std::string models = kLibraryFolder + "/models/";
+        detector_ = std::make_unique<PlateDetector>(models + "plate_detector.onnx");
+        reader_ = std::make_unique<PlateReader>(models + "plate_reader.onnx");
+        if (!detector_->Ready() || !reader_->Ready())
+            std::fprintf(stderr, "PlateCore: cannot load the networks in %s\n", models.c_str());
+        matcher_.reset();
         if (useTemplate == "1") {
             TemplateSet set;
             set.LoadTemplates(templatesFile);
@@ -43,13 +76,13 @@ class PlateCore : public LPRPlugin {
     std::string GetInfo(unsigned int* word) override {
         if (word != nullptr)
             *word = 0x0100;
-        return "PlateCore 1.0: OpenCV plate finder, Tesseract reader, plate templates";
+        return "PlateCore 2.0: plate detector and sequence reader networks, plate templates";
     }
     std::string GetLibName() override { return "PlateCore"; }
 
     void Process(IplImage* image) override {
         readings_.clear();
-        if (image == nullptr || ocr_ == nullptr || !ocr_->Ready())
+        if (image == nullptr || detector_ == nullptr || !detector_->Ready() || !reader_->Ready())
             return;
         const cv::Mat input = cv::cvarrToMat(image);
         cv::Mat grey = input;
@@ -57,8 +90,11 @@ class PlateCore : public LPRPlugin {
             cv::cvtColor(input, grey, cv::COLOR_BGR2GRAY);
         else if (input.channels() != 1 || input.depth() != CV_8U)
             return;
-        for (const auto& candidate : PlateFinder::Find(grey, minHeight_, maxHeight_))
-            ReadCandidate(grey, candidate);
+        for (const auto& plate : detector_->Find(grey, minHeight_, maxHeight_))
+            ReadPlate(grey, plate);
+        // The likeliest reading first: the gate and the result view take the first.
+        std::stable_sort(readings_.begin(), readings_.end(),
+                         [](const Reading& a, const Reading& b) { return a.rank > b.rank; });
     }
 
     int GetResultCount() override { return static_cast<int>(readings_.size()); }
@@ -88,25 +124,23 @@ class PlateCore : public LPRPlugin {
     void ClearResults() override { readings_.clear(); }
     void CloseLPR() override {
         readings_.clear();
-        ocr_.reset();
+        detector_.reset();
+        reader_.reset();
     }
 
   private:
     // Where the best template wants a digit and a letter was read (or the other way round),
-    // the character alone is read again from the characters its slot allows.
-    void GuidedReread(const cv::Mat& grey, const PlateCandidate& candidate,
-                      PlateOcr::Text& text) const {
-        if (matcher_ == nullptr || !matcher_->Active() ||
-            text.characters.size() != candidate.chars.size())
+    // the character's column is asked again for the best character its slot allows.
+    void GuidedReread(PlateReader::Text& text) const {
+        if (matcher_ == nullptr || !matcher_->Active())
             return;
         const std::string slots = matcher_->BestSlots(text.characters);
-        for (size_t i = 0; i < slots.size(); ++i) {
+        for (size_t i = 0; i < slots.size() && i < text.columns.size(); ++i) {
             if (TemplateMatcher::SlotAccepts(text.characters[i], slots[i]))
                 continue;
             int confidence = 0;
-            const char c =
-                ocr_->ReadCharacter(grey(GlyphBox(grey, candidate, i)), candidate.charHeight,
-                                    TemplateMatcher::SlotCharacters(slots[i]), &confidence);
+            const char c = PlateReader::Best(
+                text.columns[i], TemplateMatcher::SlotCharacters(slots[i]), &confidence);
             if (c != '\0') {
                 text.characters[i] = c;
                 text.confidence[i] = confidence;
@@ -114,64 +148,49 @@ class PlateCore : public LPRPlugin {
         }
     }
 
-    static cv::Rect GlyphBox(const cv::Mat& grey, const PlateCandidate& candidate, size_t i) {
-        const int margin = std::max(2, candidate.charHeight / 6);
-        const cv::Rect& blob = candidate.chars[i];
-        const cv::Rect around(blob.x - margin, blob.y - margin, blob.width + 2 * margin,
-                              blob.height + 2 * margin);
-        return around & cv::Rect(0, 0, grey.cols, grey.rows);
-    }
+    // Characters take about three fifths of a plate's height on most plates.
+    static int CharacterHeight(const cv::Rect& box) { return std::max(1, box.height * 3 / 5); }
 
-    // When the line reading and the blobs disagree on the number of characters, the blobs are
-    // read one by one: a plate has as many characters as the finder saw.
-    void ReadBlobByBlob(const cv::Mat& grey, const PlateCandidate& candidate,
-                        PlateOcr::Text& text) const {
-        if (text.characters.size() == candidate.chars.size())
+    void ReadPlate(const cv::Mat& grey, const PlateDetector::Plate& plate) {
+        const int charHeight = CharacterHeight(plate.box);
+        if (charHeight < minHeight_ * 2 / 3 || charHeight > maxHeight_ * 3 / 2)
             return;
-        PlateOcr::Text blobs;
-        for (size_t i = 0; i < candidate.chars.size(); ++i) {
-            int confidence = 0;
-            const char c =
-                ocr_->ReadCharacter(grey(GlyphBox(grey, candidate, i)), candidate.charHeight,
-                                    TemplateMatcher::SlotCharacters('A'), &confidence);
-            if (c == '\0')
-                return;  // a blob that is no character: keep the line reading
-            blobs.characters += c;
-            blobs.confidence.push_back(confidence);
+        PlateReader::Text text = reader_->Read(grey, plate.box);
+        if (plate.box.width < plate.box.height * kTwoRowShape / 10) {
+            PlateReader::Text twoRows = reader_->Read(grey, plate.box, 2);
+            if (twoRows.logScore > text.logScore)
+                text = std::move(twoRows);
         }
-        text = blobs;
-    }
-
-    void ReadCandidate(const cv::Mat& grey, const PlateCandidate& candidate) {
-        PlateOcr::Text text = ocr_->Read(grey(candidate.box), candidate.charHeight);
-        ReadBlobByBlob(grey, candidate, text);
-        GuidedReread(grey, candidate, text);
+        GuidedReread(text);
         const int count = static_cast<int>(text.characters.size());
         if (count < kMinPlateCharacters || count > kMaxPlateCharacters)
             return;
         Reading reading;
-        reading.box = candidate.box;
-        reading.charHeight = candidate.charHeight;
+        reading.box = plate.box;
+        reading.charHeight = charHeight;
         reading.characters = count;
+        reading.rank = text.logScore + std::log(std::max(plate.score, 1e-4f));
         reading.score = static_cast<unsigned>(
             std::accumulate(text.confidence.begin(), text.confidence.end(), 0));
-        const int formFactor = candidate.box.width * 100 / std::max(candidate.box.height, 1);
+        const int formFactor = plate.box.width * 100 / std::max(plate.box.height, 1);
         reading.plate = text.characters;
         if (matcher_ != nullptr && matcher_->Active()) {
-            const TemplateMatcher::Outcome outcome = matcher_->Apply(text.characters, formFactor);
+            const TemplateMatcher::Outcome outcome =
+                matcher_->Apply(text.characters, formFactor, text.rows);
             if (outcome.discarded)
                 return;
             reading.plate = outcome.plate;
             reading.tags = outcome.tags;
         } else {
-            reading.tags = TemplateMatcher::PlainTags(text.characters, formFactor);
+            reading.tags = TemplateMatcher::PlainTags(text.characters, formFactor, text.rows);
         }
         readings_.push_back(std::move(reading));
     }
 
     int minHeight_ = 18;
     int maxHeight_ = 50;
-    std::unique_ptr<PlateOcr> ocr_;
+    std::unique_ptr<PlateDetector> detector_;
+    std::unique_ptr<PlateReader> reader_;
     std::unique_ptr<TemplateMatcher> matcher_;
     std::vector<Reading> readings_;
 };

@@ -64,11 +64,11 @@ int TemplateMatcher::Percentage(const std::string& plate, const std::string& slo
     return fitting * 100 / static_cast<int>(plate.size());
 }
 
-std::string TemplateMatcher::PlainTags(const std::string& plate, int formFactor) {
+std::string TemplateMatcher::PlainTags(const std::string& plate, int formFactor, int rows) {
     std::string tags;
     tags += "<ORIG>" + plate + "<\\ORIG>";
     tags += "<FFORIG>" + std::to_string(formFactor) + "<\\FFORIG>";
-    tags += "<NUMROW>1<\\NUMROW>";
+    tags += "<NUMROW>" + std::to_string(rows) + "<\\NUMROW>";
     return tags;
 }
 
@@ -118,7 +118,8 @@ const PlateTemplate* TemplateMatcher::Best(const std::string& plate, int* bestPe
     return best;
 }
 
-TemplateMatcher::Outcome TemplateMatcher::Apply(const std::string& plate, int formFactor) const {
+TemplateMatcher::Outcome TemplateMatcher::Apply(const std::string& plate, int formFactor,
+                                                int rows) const {
     Outcome outcome;
     outcome.plate = plate;
     int bestPerc = 0;
@@ -133,7 +134,7 @@ TemplateMatcher::Outcome TemplateMatcher::Apply(const std::string& plate, int fo
         outcome.discarded = true;
 
     std::string& tags = outcome.tags;
-    tags = PlainTags(plate, formFactor);
+    tags = PlainTags(plate, formFactor, rows);
     if (!list.empty())
         tags += "<LISTTEMPL>" + list + "<\\LISTTEMPL>";
     if (best != nullptr) {

@@ -20,8 +20,8 @@ class TemplateMatcher {
 
     bool Active() const { return set_.useTempl != 0; }
 
-    // plate as read; formFactor = plate width * 100 / plate height.
-    Outcome Apply(const std::string& plate, int formFactor) const;
+    // plate as read; formFactor = plate width * 100 / plate height; rows: 1 or 2.
+    Outcome Apply(const std::string& plate, int formFactor, int rows = 1) const;
 
     // Slots of the best template for a reading (same length as plate), empty for none.
     std::string BestSlots(const std::string& plate) const;
@@ -31,7 +31,7 @@ class TemplateMatcher {
     static std::string SlotCharacters(char slot);
 
     // The tags of a reading when templates are not used.
-    static std::string PlainTags(const std::string& plate, int formFactor);
+    static std::string PlainTags(const std::string& plate, int formFactor, int rows = 1);
 
     // Layout characters that are compared, separators removed.
     static std::string Slots(const std::string& layout);

@@ -1,0 +1,183 @@
+// Plate-reading accuracy of PlateCore on folders of annotated road photographs: NAME.jpg beside
+// NAME.txt holding "NAME.jpg<TAB>X<TAB>Y<TAB>W<TAB>H<TAB>PLATE". Each whole picture goes to
+// Process in grey as the region thread gives it; the first reading is compared to PLATE
+// (letters and digits, case and separators ignored).
+//
+//   corvane_plate_set_bench [--one-core] [--list] FOLDER[@MIN_TOP1] ...
+//
+// Prints per folder: pictures, top-1, nothing read, character accuracy (1 - edit distance /
+// length) and ms a picture. With @MIN_TOP1 the exit status is 1 when a folder's top-1 is
+// under it; a folder that is missing gives status 77 (skipped).
+#include <dirent.h>
+#include <unistd.h>
+#include <algorithm>
+#include <cctype>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <opencv2/core/core_c.h>
+#include <opencv2/core.hpp>
+#include <opencv2/imgcodecs.hpp>
+
+#include "corvane/LPRPlugin.h"
+#include "platform/FileSystem.h"
+#include "plugins/PluginLPRManager.h"
+
+namespace {
+
+struct Sample {
+    std::string image;
+    std::string plate;
+};
+
+std::string Canonical(const std::string& text) {
+    std::string out;
+    for (const char c : text)
+        if (std::isalnum(static_cast<unsigned char>(c)) != 0)
+            out += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return out;
+}
+
+size_t EditDistance(const std::string& a, const std::string& b) {
+    std::vector<size_t> row(b.size() + 1);
+    for (size_t j = 0; j <= b.size(); ++j)
+        row[j] = j;
+    for (size_t i = 1; i <= a.size(); ++i) {
+        size_t diagonal = row[0];
+        row[0] = i;
+        for (size_t j = 1; j <= b.size(); ++j) {
+            const size_t up = row[j];
+            row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (a[i - 1] != b[j - 1])});
+            diagonal = up;
+        }
+    }
+    return row[b.size()];
+}
+
+std::vector<Sample> LoadFolder(const std::string& folder) {
+    std::vector<Sample> samples;
+    DIR* dir = ::opendir(folder.c_str());
+    if (dir == nullptr)
+        return samples;
+    while (const dirent* entry = ::readdir(dir)) {
+        const std::string name = entry->d_name;
+        if (name.size() < 5 || name.compare(name.size() - 4, 4, ".txt") != 0)
+            continue;
+        std::ifstream in(folder + "/" + name);
+        std::string line;
+        if (!std::getline(in, line))
+            continue;
+        std::vector<std::string> fields;
+        std::stringstream split(line);
+        for (std::string field; std::getline(split, field, '\t');)
+            fields.push_back(field);
+        if (fields.size() >= 6)
+            samples.push_back({folder + "/" + fields[0], Canonical(fields[5])});
+    }
+    ::closedir(dir);
+    std::sort(samples.begin(), samples.end(),
+              [](const Sample& a, const Sample& b) { return a.image < b.image; });
+    return samples;
+}
+
+std::string FirstReading(LPRPlugin& reader, const cv::Mat& grey, double* ms) {
+    cv::Mat copy = grey.clone();
+    IplImage image = cvIplImage(copy);
+    const auto start = std::chrono::steady_clock::now();
+    reader.ClearResults();
+    reader.Process(&image);
+    *ms =
+        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    if (reader.GetResultCount() == 0)
+        return std::string();
+    std::string plate;
+    unsigned score = 0;
+    int rect[4] = {0, 0, 0, 0};
+    int charHeight = 0;
+    int aux = 0;
+    std::string tags;
+    reader.GetResult(0, &plate, &score, rect, &charHeight, &aux, &tags);
+    return Canonical(plate);
+}
+
+std::string WorkingDirectory() {
+    char path[4096];
+    return ::getcwd(path, sizeof path) != nullptr ? std::string(path) : std::string(".");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    bool list = false;
+    std::vector<std::string> folders;
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        if (arg == "--one-core")
+            cv::setNumThreads(1);
+        else if (arg == "--list")
+            list = true;
+        else if (!arg.empty() && arg[0] != '/')
+            folders.push_back(WorkingDirectory() + "/" + arg);  // before the chdir
+        else
+            folders.push_back(arg);
+    }
+    platform::ScopedWorkingDirectory cwd(CORVANE_APP_DIR);
+    PluginLPRManager readers;
+    readers.InitList();
+    LPRPlugin* reader = readers.GetLPRPlugin("PlateCore");
+    if (reader == nullptr) {
+        std::fprintf(stderr, "PlateCore.dll not found in %s/plugin/lpr\n", CORVANE_APP_DIR);
+        return 1;
+    }
+    reader->Init(6, 120, std::string(CORVANE_APP_DIR) + "/templates.xml", "0");
+    int status = 0;
+    std::printf("%-10s %8s %8s %13s %10s %8s\n", "set", "pictures", "top-1", "nothing read",
+                "chars ok", "ms/pic");
+    for (const std::string& spec : folders) {
+        const size_t at = spec.rfind('@');
+        const std::string folder = spec.substr(0, at);
+        const double floor = at == std::string::npos ? -1.0 : std::atof(spec.c_str() + at + 1);
+        const std::vector<Sample> samples = LoadFolder(folder);
+        if (samples.empty()) {
+            std::fprintf(stderr, "%s: no annotated pictures here, skipped\n", folder.c_str());
+            status = status == 0 ? 77 : status;
+            continue;
+        }
+        int right = 0;
+        int nothing = 0;
+        double characters = 0.0;
+        double ms = 0.0;
+        for (const Sample& sample : samples) {
+            const cv::Mat grey = cv::imread(sample.image, cv::IMREAD_GRAYSCALE);
+            double took = 0.0;
+            const std::string read =
+                grey.empty() ? std::string() : FirstReading(*reader, grey, &took);
+            ms += took;
+            right += read == sample.plate ? 1 : 0;
+            nothing += read.empty() ? 1 : 0;
+            characters +=
+                std::max(0.0, 1.0 - static_cast<double>(EditDistance(read, sample.plate)) /
+                                        static_cast<double>(sample.plate.size()));
+            if (list && read != sample.plate)
+                std::printf("  %s: %s read as %s\n", sample.image.c_str(), sample.plate.c_str(),
+                            read.empty() ? "(nothing)" : read.c_str());
+        }
+        const double n = static_cast<double>(samples.size());
+        const double top1 = 100.0 * right / n;
+        const std::string name = folder.substr(folder.find_last_of('/') + 1);
+        std::printf("%-10s %8zu %7.1f%% %12.1f%% %9.1f%% %8.1f\n", name.c_str(), samples.size(),
+                    top1, 100.0 * nothing / n, 100.0 * characters / n, ms / n);
+        if (floor >= 0.0 && top1 < floor) {
+            std::printf("%s: top-1 %.1f%% is under its floor of %.1f%%\n", name.c_str(), top1,
+                        floor);
+            status = 1;
+        }
+    }
+    reader->CloseLPR();
+    return status;
+}

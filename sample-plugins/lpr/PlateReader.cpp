@@ -1,0 +1,124 @@
+#include "PlateReader.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#include <opencv2/imgproc.hpp>
+
+#include "OnnxNetwork.h"
+
+namespace {
+
+const cv::Size kInput(128, 32);
+
+// The cut the network was trained on: the box with 12% of its width and of its height
+// around it.
+cv::Rect Cut(const cv::Rect& box, const cv::Size& picture) {
+    const int mx = static_cast<int>(box.width * 0.12);
+    const int my = static_cast<int>(box.height * 0.12);
+    const cv::Rect around(box.x - mx, box.y - my, box.width + 2 * mx, box.height + 2 * my);
+    return around & cv::Rect(cv::Point(0, 0), picture);
+}
+
+int Percent(float p) {
+    return std::clamp(static_cast<int>(std::lround(p * 100.0f)), 0, 100);
+}
+
+}  // namespace
+
+PlateReader::PlateReader(const std::string& modelFile)
+    : net_(LoadOnnxNetwork(modelFile)), ready_(!net_.empty()) {}
+
+cv::Mat PlateReader::Squeezed(const cv::Mat& grey, const cv::Rect& box, const cv::Size& size) {
+    const cv::Rect cut = Cut(box, grey.size());
+    if (cut.width < 2 || cut.height < 2)
+        return cv::Mat();
+    cv::Mat squeezed;
+    cv::resize(grey(cut), squeezed, size, 0, 0,
+               cut.height > size.height ? cv::INTER_AREA : cv::INTER_LINEAR);
+    return squeezed;
+}
+
+PlateReader::Text PlateReader::Read(const cv::Mat& grey, const cv::Rect& box, int rows) {
+    if (!ready_)
+        return Text();
+    if (rows != 2)
+        return Decode(Squeezed(grey, box, kInput));
+    // Two rows side by side, the upper one first, each a little more than half the plate.
+    const int rowHeight = box.height * 56 / 100;
+    const cv::Size half(kInput.width / 2, kInput.height);
+    const cv::Mat upper = Squeezed(grey, cv::Rect(box.x, box.y, box.width, rowHeight), half);
+    const cv::Mat lower =
+        Squeezed(grey, cv::Rect(box.x, box.br().y - rowHeight, box.width, rowHeight), half);
+    if (upper.empty() || lower.empty())
+        return Text();
+    cv::Mat both;
+    cv::hconcat(upper, lower, both);
+    Text text = Decode(both);
+    text.rows = 2;
+    return text;
+}
+
+PlateReader::Text PlateReader::Decode(const cv::Mat& squeezed) {
+    Text text;
+    if (squeezed.empty())
+        return text;
+    net_.setInput(
+        cv::dnn::blobFromImage(squeezed, 2.0 / 255.0, cv::Size(), cv::Scalar(127.5), false, false));
+    const cv::Mat out = net_.forward();  // 1 x 37 x 1 x 32
+    const int columns = out.size[3];
+    int last = 0;
+    for (int t = 0; t < columns; ++t) {
+        std::array<float, kClasses> p{};
+        float top = -1e30f;
+        for (int c = 0; c < kClasses; ++c) {
+            p[static_cast<size_t>(c)] = out.ptr<float>(0, c, 0)[t];
+            top = std::max(top, p[static_cast<size_t>(c)]);
+        }
+        float sum = 0.0f;
+        for (float& v : p) {
+            v = std::exp(v - top);
+            sum += v;
+        }
+        int best = 0;
+        for (int c = 0; c < kClasses; ++c) {
+            p[static_cast<size_t>(c)] /= sum;
+            if (p[static_cast<size_t>(c)] > p[static_cast<size_t>(best)])
+                best = c;
+        }
+        text.logScore += std::log(std::max(p[static_cast<size_t>(best)], 1e-6f));
+        if (best != 0 && best == last) {
+            // The same character over more columns: keep its strongest column.
+            if (p[static_cast<size_t>(best)] > text.columns.back()[static_cast<size_t>(best)]) {
+                text.columns.back() = p;
+                text.confidence.back() = Percent(p[static_cast<size_t>(best)]);
+            }
+        } else if (best != 0) {
+            text.characters += kAlphabet[best - 1];
+            text.confidence.push_back(Percent(p[static_cast<size_t>(best)]));
+            text.columns.push_back(p);
+        }
+        last = best;
+    }
+    return text;
+}
+
+char PlateReader::Best(const std::array<float, kClasses>& column, const std::string& allowed,
+                       int* confidence) {
+    char best = '\0';
+    float top = -1.0f;
+    for (const char c : allowed) {
+        const char* at = std::strchr(kAlphabet, c);
+        if (at == nullptr || c == '\0')
+            continue;
+        const float p = column[static_cast<size_t>(at - kAlphabet) + 1];
+        if (p > top) {
+            top = p;
+            best = c;
+        }
+    }
+    if (confidence != nullptr)
+        *confidence = best == '\0' ? 0 : Percent(top);
+    return best;
+}

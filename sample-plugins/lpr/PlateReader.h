@@ -1,0 +1,42 @@
+#pragma once
+#include <array>
+#include <string>
+#include <vector>
+
+#include <opencv2/core/mat.hpp>
+#include <opencv2/dnn.hpp>
+
+// Reads the characters of a plate with the trained sequence network: the plate's cut, with a
+// margin, is squeezed to 128x32 and the network scores the blank and the 36 characters for
+// each of 32 columns; repeats and blanks are removed (CTC). Each character keeps the scores
+// of its strongest column, so that a template can later ask for the best character of a class.
+class PlateReader {
+  public:
+    static constexpr int kClasses = 37;  // blank, 0-9, A-Z
+    static constexpr const char* kAlphabet = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+
+    struct Text {
+        std::string characters;
+        std::vector<int> confidence;                       // 0..100, one a character
+        std::vector<std::array<float, kClasses>> columns;  // probabilities, one a character
+        double logScore = 0.0;  // log probability of the best path, for ranking cuts
+        int rows = 1;
+    };
+
+    explicit PlateReader(const std::string& modelFile);
+
+    bool Ready() const { return ready_; }
+    // box: the plate in grey, as a detector gives it; rows: 2 reads a plate of two rows, the
+    // upper row first.
+    Text Read(const cv::Mat& grey, const cv::Rect& box, int rows = 1);
+    // The most probable character of allowed at a character's column, with its confidence.
+    static char Best(const std::array<float, kClasses>& column, const std::string& allowed,
+                     int* confidence);
+
+  private:
+    static cv::Mat Squeezed(const cv::Mat& grey, const cv::Rect& box, const cv::Size& size);
+    Text Decode(const cv::Mat& squeezed);
+
+    cv::dnn::Net net_;
+    bool ready_ = false;
+};
