@@ -1156,6 +1156,7 @@ TEST(DesktopProgram, TheLoginAndTheTemplatesManagerShowTheirTextsWhole) {
     dialog.Show();
     Pump(std::chrono::milliseconds(300));
     ExpectNothingClipped(dialog, "project");
+    Screenshot(dialog, "project-dialog.png");
     dialog.Hide();
     project.prjdir = app.File("");
     TemplatesDlg templates(nullptr, project);
