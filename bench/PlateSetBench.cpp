@@ -24,6 +24,7 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
+#include "ShippedReader.h"
 #include "corvane/LPRPlugin.h"
 #include "platform/FileSystem.h"
 #include "plugins/PluginLPRManager.h"
@@ -128,12 +129,9 @@ int main(int argc, char** argv) {
     }
     platform::ScopedWorkingDirectory cwd(CORVANE_APP_DIR);
     PluginLPRManager readers;
-    readers.InitList();
-    LPRPlugin* reader = readers.GetLPRPlugin("PlateCore");
-    if (reader == nullptr) {
-        std::fprintf(stderr, "PlateCore.dll not found in %s/plugin/lpr\n", CORVANE_APP_DIR);
+    LPRPlugin* reader = LoadPlateCore(readers);
+    if (reader == nullptr)
         return 1;
-    }
     reader->Init(6, 120, std::string(CORVANE_APP_DIR) + "/templates.xml", "0");
     int status = 0;
     std::printf("%-10s %8s %8s %13s %10s %8s\n", "set", "pictures", "top-1", "nothing read",

@@ -9,6 +9,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include "PlateArt.h"
+#include "ShippedReader.h"
 #include "corvane/LPRPlugin.h"
 #include "platform/FileSystem.h"
 #include "plugins/PluginLPRManager.h"
@@ -18,12 +19,9 @@ int main(int argc, char** argv) {
     const bool verbose = argc > 2;  // any second argument lists the misreadings
     platform::ScopedWorkingDirectory cwd(CORVANE_APP_DIR);
     PluginLPRManager readers;
-    readers.InitList();
-    LPRPlugin* reader = readers.GetLPRPlugin("PlateCore");
-    if (reader == nullptr) {
-        std::fprintf(stderr, "PlateCore.dll not found in %s/plugin/lpr\n", CORVANE_APP_DIR);
+    LPRPlugin* reader = LoadPlateCore(readers);
+    if (reader == nullptr)
         return 1;
-    }
     std::printf("%-6s %8s %10s %10s %10s\n", "height", "plates", "plate ok", "chars ok", "ms/pic");
     for (const bool templates : {false, true}) {
         reader->Init(10, 60, std::string(CORVANE_APP_DIR) + "/templates.xml",
