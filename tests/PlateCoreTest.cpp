@@ -157,6 +157,25 @@ TEST_F(PlateCoreTest, ReadsPlatesLightOnDarkAndTiltedByTwelveDegrees) {
     }
 }
 
+TEST_F(PlateCoreTest, ReadsAPlateOfTwoRowsUpperRowFirst) {
+    // A square plate: three letters above four digits.
+    cv::Mat bgr(360, 480, CV_8UC3, cv::Scalar(90, 95, 100));
+    const cv::Rect plate(160, 120, 150, 110);
+    cv::rectangle(bgr, plate, cv::Scalar(235, 235, 235), cv::FILLED);
+    cv::rectangle(bgr, plate, cv::Scalar(30, 30, 30), 2);
+    cv::putText(bgr, "KTR", cv::Point(178, 166), cv::FONT_HERSHEY_SIMPLEX, 1.45,
+                cv::Scalar(20, 20, 20), 4, cv::LINE_AA);
+    cv::putText(bgr, "4821", cv::Point(170, 218), cv::FONT_HERSHEY_SIMPLEX, 1.45,
+                cv::Scalar(20, 20, 20), 4, cv::LINE_AA);
+    cv::Mat grey;
+    cv::cvtColor(bgr, grey, cv::COLOR_BGR2GRAY);
+    const std::vector<Result> results = Read(grey);
+    ASSERT_FALSE(results.empty());
+    EXPECT_EQ(results.front().plate, "KTR4821");
+    EXPECT_NE(results.front().tags.find("<NUMROW>2<\\NUMROW>"), std::string::npos)
+        << results.front().tags;
+}
+
 TEST_F(PlateCoreTest, PicturesWithoutAPlateGiveNoReadingAndReturnPromptly) {
     std::mt19937 rng(5);
     std::vector<cv::Mat> pictures = {cv::Mat(1, 1, CV_8UC1, cv::Scalar(0)),

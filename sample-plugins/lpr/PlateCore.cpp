@@ -56,6 +56,8 @@ class PlateCore : public LPRPlugin {
     static constexpr int kMaxPlateCharacters = 10;
     // Plates narrower than 2.4 times their height may carry two rows.
     static constexpr int kTwoRowShape = 24;
+    // Mean character confidence a joined two-row reading needs.
+    static constexpr int kStackedConfidence = 70;
 
     int Init(int minCar, int maxCar, std::string templatesFile, std::string useTemplate) override {
         minHeight_ = std::max(minCar, 6);
@@ -90,8 +92,11 @@ class PlateCore : public LPRPlugin {
             cv::cvtColor(input, grey, cv::COLOR_BGR2GRAY);
         else if (input.channels() != 1 || input.depth() != CV_8U)
             return;
-        for (const auto& plate : detector_->Find(grey, minHeight_, maxHeight_))
+        const std::vector<PlateDetector::Plate> plates =
+            detector_->Find(grey, minHeight_, maxHeight_);
+        for (const auto& plate : plates)
             ReadPlate(grey, plate);
+        ReadStackedRows(grey, plates);
         // The likeliest reading first: the gate and the result view take the first.
         std::stable_sort(readings_.begin(), readings_.end(),
                          [](const Reading& a, const Reading& b) { return a.rank > b.rank; });
@@ -151,6 +156,47 @@ class PlateCore : public LPRPlugin {
     // Characters take about three fifths of a plate's height on most plates.
     static int CharacterHeight(const cv::Rect& box) { return std::max(1, box.height * 3 / 5); }
 
+    // The rows of a plate of two rows are often marked as plates of their own, one above the
+    // other. Their union is read as two rows; when that reading holds a row's own reading at
+    // its start or end, it explains the plate better and goes first.
+    void ReadStackedRows(const cv::Mat& grey, const std::vector<PlateDetector::Plate>& plates) {
+        for (size_t i = 0; i < plates.size(); ++i)
+            for (size_t j = 0; j < plates.size(); ++j) {
+                const cv::Rect& upper = plates[i].box;
+                const cv::Rect& lower = plates[j].box;
+                const int overlap =
+                    std::min(upper.br().x, lower.br().x) - std::max(upper.x, lower.x);
+                if (i == j || lower.y <= upper.y + upper.height / 2 ||
+                    lower.y > upper.br().y + std::min(upper.height, lower.height) / 2 ||
+                    overlap * 10 < std::min(upper.width, lower.width) * 6)
+                    continue;
+                PlateReader::Text text = reader_->Read(grey, upper | lower, 2);
+                const int count = static_cast<int>(text.characters.size());
+                if (count < kMinPlateCharacters + 1 || count > kMaxPlateCharacters ||
+                    std::accumulate(text.confidence.begin(), text.confidence.end(), 0) <
+                        count * kStackedConfidence)
+                    continue;
+                double best = -1e9;
+                bool holdsARow = false;
+                for (const size_t row : {i, j}) {
+                    const std::string alone = reader_->Read(grey, plates[row].box).characters;
+                    const bool atStart = text.characters.rfind(alone, 0) == 0;
+                    const bool atEnd =
+                        text.characters.size() > alone.size() &&
+                        text.characters.compare(text.characters.size() - alone.size(), alone.size(),
+                                                alone) == 0;
+                    holdsARow = holdsARow || (!alone.empty() && (atStart || atEnd));
+                }
+                for (const Reading& reading : readings_)
+                    best = std::max(best, reading.rank);
+                if (!holdsARow)
+                    continue;
+                GuidedReread(text);
+                AddReading(text, upper | lower, std::max(text.logScore, best) + 0.01,
+                           CharacterHeight(lower));
+            }
+    }
+
     void ReadPlate(const cv::Mat& grey, const PlateDetector::Plate& plate) {
         const int charHeight = CharacterHeight(plate.box);
         if (charHeight < minHeight_ * 2 / 3 || charHeight > maxHeight_ * 3 / 2)
@@ -162,17 +208,23 @@ class PlateCore : public LPRPlugin {
                 text = std::move(twoRows);
         }
         GuidedReread(text);
+        AddReading(text, plate.box, text.logScore + std::log(std::max(plate.score, 1e-4f)),
+                   charHeight);
+    }
+
+    void AddReading(const PlateReader::Text& text, const cv::Rect& box, double rank,
+                    int charHeight) {
         const int count = static_cast<int>(text.characters.size());
         if (count < kMinPlateCharacters || count > kMaxPlateCharacters)
             return;
         Reading reading;
-        reading.box = plate.box;
+        reading.box = box;
         reading.charHeight = charHeight;
         reading.characters = count;
-        reading.rank = text.logScore + std::log(std::max(plate.score, 1e-4f));
+        reading.rank = rank;
         reading.score = static_cast<unsigned>(
             std::accumulate(text.confidence.begin(), text.confidence.end(), 0));
-        const int formFactor = plate.box.width * 100 / std::max(plate.box.height, 1);
+        const int formFactor = box.width * 100 / std::max(box.height, 1);
         reading.plate = text.characters;
         if (matcher_ != nullptr && matcher_->Active()) {
             const TemplateMatcher::Outcome outcome =
