@@ -1,6 +1,6 @@
 // Latency from a frame handed to a stream to the same frame decoded by a client: the producer
-// pushes flat pictures whose grey level names the frame, an ffmpeg client on loopback decodes
-// the stream to raw grey pictures on a pipe, and each picture's level is matched to the push
+// pushes pictures whose top rows spell the frame's number, an ffmpeg client on loopback decodes
+// the stream to raw grey pictures on a pipe, and each picture's number is matched to the push
 // it came from. Run by hand; prints the median and the 90th percentile.
 #include <algorithm>
 #include <array>
@@ -21,11 +21,34 @@ namespace {
 using Clock = std::chrono::steady_clock;
 constexpr int kWidth = 640;
 constexpr int kHeight = 480;
-constexpr int kLevels = 16;  // grey levels 16, 30, ... 226 tell the frames apart
 constexpr int kPort = 18990;
+constexpr int kBits = 8;  // the frame number, modulo 256, in eight black or white blocks
+constexpr int kBitRows = 32;
 
-int LevelOf(int frame) {
-    return 16 + (frame % kLevels) * 14;
+// A mid-grey picture whose top rows spell the frame number, one block of 80 pixels a bit.
+void DrawNumber(std::vector<uint8_t>& rgb, int frame) {
+    std::fill(rgb.begin(), rgb.end(), static_cast<uint8_t>(128));
+    for (int y = 0; y < kBitRows; ++y)
+        for (int x = 0; x < kWidth; ++x) {
+            const bool set = ((frame % 256) >> (x * kBits / kWidth) & 1) != 0;
+            uint8_t* pixel = &rgb[(static_cast<size_t>(y) * kWidth + x) * 3];
+            pixel[0] = pixel[1] = pixel[2] = set ? 235 : 16;
+        }
+}
+
+// The number a decoded grey picture spells, from the middle of each block.
+int NumberOf(const std::vector<uint8_t>& grey) {
+    int number = 0;
+    const int block = kWidth / kBits;
+    for (int bit = 0; bit < kBits; ++bit) {
+        long sum = 0;
+        for (int y = 8; y < kBitRows - 8; ++y)
+            for (int x = bit * block + 20; x < bit * block + block - 20; ++x)
+                sum += grey[static_cast<size_t>(y) * kWidth + x];
+        if (sum / ((kBitRows - 16) * (block - 40)) > 128)
+            number |= 1 << bit;
+    }
+    return number;
 }
 
 // Runs a client that writes decoded grey pictures to its standard output and matches each
@@ -37,19 +60,10 @@ std::vector<double> Measure(const std::string& command, std::mutex& mutex,
     std::vector<uint8_t> grey(kWidth * kHeight);
     while (client != nullptr && std::fread(grey.data(), 1, grey.size(), client) == grey.size()) {
         const auto arrived = Clock::now();
-        // Decoded to grey, a flat picture of level L comes back as about L; the nearest pushed
-        // level is taken.
-        long sum = 0;
-        for (const uint8_t value : grey)
-            sum += value;
-        const double luma = static_cast<double>(sum) / grey.size();
-        int best = LevelOf(0);
-        for (int k = 0; k < kLevels; ++k)
-            if (std::abs(LevelOf(k) - luma) < std::abs(best - luma))
-                best = LevelOf(k);
+        const int number = NumberOf(grey);
         std::lock_guard<std::mutex> lock(mutex);
         latencies.push_back(
-            std::chrono::duration<double, std::milli>(arrived - pushed[best]).count());
+            std::chrono::duration<double, std::milli>(arrived - pushed[number]).count());
         if (latencies.size() >= 120)
             break;
     }
@@ -76,10 +90,10 @@ int main(int argc, char** argv) {
     std::thread producer([&] {
         std::vector<uint8_t> picture(kWidth * kHeight * 3);
         for (int frame = 0; !stop; ++frame) {
-            std::fill(picture.begin(), picture.end(), static_cast<uint8_t>(LevelOf(frame)));
+            DrawNumber(picture, frame);
             {
                 std::lock_guard<std::mutex> lock(mutex);
-                pushed[LevelOf(frame)] = Clock::now();
+                pushed[frame % 256] = Clock::now();
             }
             service.SetStreamSize(kWidth, kHeight, "Latency");
             service.PushStreamFrame(picture.data(), kWidth, kHeight, "Latency");
