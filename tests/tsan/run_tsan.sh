@@ -22,8 +22,7 @@ fi
 cmake --build "$build_dir" --target corvane_tests corvane_remote_tests corvane_streaming_tests
 # Reports end the test program with a failure; a second report of the same race is not needed.
 # The decoding and latency tests are left out here (they run uninstrumented): instrumented
-# encoding cannot keep a real
-# producer's pace, and drops pictures a player would then miss.
+# encoding cannot keep a real producer's pace, and drops pictures a player would then miss.
 export TSAN_OPTIONS="halt_on_error=1:second_deadlock_stack=1:report_signal_unsafe=0:suppressions=$source_dir/tests/tsan/suppressions.txt"
 "$build_dir/tests/corvane_tests" --gtest_brief=1 \
     --gtest_filter='RecognitionThreads.*:BoardThread*:WorkerThread*:FrameRing*:ProjectModel*'
