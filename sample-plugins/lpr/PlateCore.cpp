@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <memory>
 #include <numeric>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -94,9 +95,10 @@ class PlateCore : public LPRPlugin {
             return;
         const std::vector<PlateDetector::Plate> plates =
             detector_->Find(grey, minHeight_, maxHeight_);
+        std::vector<std::optional<std::string>> oneRow;  // each plate read as a single row
         for (const auto& plate : plates)
-            ReadPlate(grey, plate);
-        ReadStackedRows(grey, plates);
+            oneRow.push_back(ReadPlate(grey, plate));
+        ReadStackedRows(grey, plates, oneRow);
         // The likeliest reading first: the gate and the result view take the first.
         std::stable_sort(readings_.begin(), readings_.end(),
                          [](const Reading& a, const Reading& b) { return a.rank > b.rank; });
@@ -159,7 +161,14 @@ class PlateCore : public LPRPlugin {
     // The rows of a plate of two rows are often marked as plates of their own, one above the
     // other. Their union is read as two rows; when that reading holds a row's own reading at
     // its start or end, it explains the plate better and goes first.
-    void ReadStackedRows(const cv::Mat& grey, const std::vector<PlateDetector::Plate>& plates) {
+    void ReadStackedRows(const cv::Mat& grey, const std::vector<PlateDetector::Plate>& plates,
+                         std::vector<std::optional<std::string>>& oneRow) {
+        // A plate out of the region's size range was not read: read it as a row when needed.
+        const auto rowText = [&](size_t k) -> const std::string& {
+            if (!oneRow[k])
+                oneRow[k] = reader_->Read(grey, plates[k].box).characters;
+            return *oneRow[k];
+        };
         for (size_t i = 0; i < plates.size(); ++i)
             for (size_t j = 0; j < plates.size(); ++j) {
                 const cv::Rect& upper = plates[i].box;
@@ -176,32 +185,33 @@ class PlateCore : public LPRPlugin {
                     std::accumulate(text.confidence.begin(), text.confidence.end(), 0) <
                         count * kStackedConfidence)
                     continue;
+                if (!HoldsAtAnEnd(text.characters, rowText(i)) &&
+                    !HoldsAtAnEnd(text.characters, rowText(j)))
+                    continue;
                 double best = -1e9;
-                bool holdsARow = false;
-                for (const size_t row : {i, j}) {
-                    const std::string alone = reader_->Read(grey, plates[row].box).characters;
-                    const bool atStart = text.characters.rfind(alone, 0) == 0;
-                    const bool atEnd =
-                        text.characters.size() > alone.size() &&
-                        text.characters.compare(text.characters.size() - alone.size(), alone.size(),
-                                                alone) == 0;
-                    holdsARow = holdsARow || (!alone.empty() && (atStart || atEnd));
-                }
                 for (const Reading& reading : readings_)
                     best = std::max(best, reading.rank);
-                if (!holdsARow)
-                    continue;
                 GuidedReread(text);
                 AddReading(text, upper | lower, std::max(text.logScore, best) + 0.01,
                            CharacterHeight(lower));
             }
     }
 
-    void ReadPlate(const cv::Mat& grey, const PlateDetector::Plate& plate) {
+    // True when row, read alone, starts whole or ends a longer whole.
+    static bool HoldsAtAnEnd(const std::string& whole, const std::string& row) {
+        return !row.empty() && (whole.rfind(row, 0) == 0 ||
+                                (whole.size() > row.size() &&
+                                 whole.compare(whole.size() - row.size(), row.size(), row) == 0));
+    }
+
+    // Reads one plate into the readings; returns its reading as a single row, for the
+    // stacked-rows pass (none when its size is out of the region's range).
+    std::optional<std::string> ReadPlate(const cv::Mat& grey, const PlateDetector::Plate& plate) {
         const int charHeight = CharacterHeight(plate.box);
         if (charHeight < minHeight_ * 2 / 3 || charHeight > maxHeight_ * 3 / 2)
-            return;
+            return std::nullopt;
         PlateReader::Text text = reader_->Read(grey, plate.box);
+        const std::string oneRow = text.characters;
         if (plate.box.width < plate.box.height * kTwoRowShape / 10) {
             PlateReader::Text twoRows = reader_->Read(grey, plate.box, 2);
             if (twoRows.logScore > text.logScore)
@@ -210,6 +220,7 @@ class PlateCore : public LPRPlugin {
         GuidedReread(text);
         AddReading(text, plate.box, text.logScore + std::log(std::max(plate.score, 1e-4f)),
                    charHeight);
+        return oneRow;
     }
 
     void AddReading(const PlateReader::Text& text, const cv::Rect& box, double rank,
