@@ -94,8 +94,7 @@ namespace {
 // parser may sit in between, as it would carry the closing delimiter over to the next picture.
 constexpr const char* kLaunch =
     "( appsrc name=src is-live=true format=time do-timestamp=true "
-    "caps=video/x-h264,stream-format=byte-stream,alignment=au "
-    "! rtph264pay name=pay0 pt=96 )";
+    "! rtph264pay name=pay0 pt=96 )";  // the source's caps are set as the media is configured
 
 using StreamRef = std::shared_ptr<RtspService::Stream>;
 
@@ -160,7 +159,8 @@ void OnMediaConfigure(GstRTSPMediaFactory*, GstRTSPMedia* media, gpointer data) 
     gst_object_unref(element);
     g_object_set_data_full(G_OBJECT(media), kStreamNameKey, g_strdup(stream->name.c_str()), g_free);
     if (source != nullptr) {
-        // The rate the description announces: the stream's measured one.
+        // Byte stream, whole pictures, and the rate the description announces: the stream's
+        // measured one.
         int rate = 0;
         {
             std::lock_guard<std::mutex> lock(stream->mutex);
