@@ -12,12 +12,6 @@ const OnvifDeviceData& DataOf(struct soap* context) {
     return *static_cast<const OnvifDeviceData*>(context->user);
 }
 
-// The address of every service of the device; the server answers on any path.
-std::string ServiceUrl(const OnvifDeviceData& data) {
-    const std::string host = data.addresses.empty() ? "127.0.0.1" : data.addresses.front();
-    return "http://" + host + ":" + std::to_string(data.port) + "/onvif/services";
-}
-
 bool* Flag(struct soap* context, bool value) {
     bool* flag = soap_new_bool(context);
     *flag = value;
@@ -122,7 +116,7 @@ int DeviceService::GetScopes(_tds__GetScopes*, _tds__GetScopesResponse& response
 
 int DeviceService::GetCapabilities(_tds__GetCapabilities*,
                                    _tds__GetCapabilitiesResponse& response) {
-    const std::string url = ServiceUrl(DataOf(soap));
+    const std::string url = DataOf(soap).ServiceUrl();
     auto* capabilities = soap_new_tt__Capabilities(soap);
     capabilities->Device = DeviceCapabilities(soap, url);
     capabilities->Events = soap_new_tt__EventCapabilities(soap);

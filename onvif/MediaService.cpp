@@ -94,9 +94,9 @@ int MediaService::GetProfiles(_trt__GetProfiles*, _trt__GetProfilesResponse& res
 
 int MediaService::GetStreamUri(_trt__GetStreamUri*, _trt__GetStreamUriResponse& response) {
     const OnvifDeviceData& data = DataOf(soap);
-    const std::string host = data.addresses.empty() ? "127.0.0.1" : data.addresses.front();
     response.MediaUri = soap_new_tt__MediaUri(soap);
-    response.MediaUri->Uri = "rtsp://" + host + ":" + std::to_string(kRtspPort) + "/" + data.name;
+    response.MediaUri->Uri =
+        "rtsp://" + data.Host() + ":" + std::to_string(kRtspPort) + "/" + data.name;
     response.MediaUri->InvalidAfterConnect = false;
     response.MediaUri->InvalidAfterReboot = false;
     response.MediaUri->Timeout = "PT0H0M1S";
@@ -105,10 +105,9 @@ int MediaService::GetStreamUri(_trt__GetStreamUri*, _trt__GetStreamUriResponse& 
 
 int MediaService::GetSnapshotUri(_trt__GetSnapshotUri*, _trt__GetSnapshotUriResponse& response) {
     const OnvifDeviceData& data = DataOf(soap);
-    const std::string host = data.addresses.empty() ? "127.0.0.1" : data.addresses.front();
     response.MediaUri = soap_new_tt__MediaUri(soap);
     response.MediaUri->Uri =
-        "http://" + host + ":" + std::to_string(data.port) + SoapThread::kSnapshotPath;
+        "http://" + data.Host() + ":" + std::to_string(data.port) + SoapThread::kSnapshotPath;
     response.MediaUri->InvalidAfterConnect = false;
     response.MediaUri->InvalidAfterReboot = false;
     response.MediaUri->Timeout = "PT0H0M1S";

@@ -6,6 +6,14 @@
 
 #include <algorithm>
 
+std::string OnvifDeviceData::Host() const {
+    return addresses.empty() ? "127.0.0.1" : addresses.front();
+}
+
+std::string OnvifDeviceData::ServiceUrl() const {
+    return "http://" + Host() + ":" + std::to_string(port) + "/onvif/services";
+}
+
 std::vector<std::string> OnvifDeviceData::ReadAddresses() {
     std::vector<std::string> addresses;
     char host[80] = {};

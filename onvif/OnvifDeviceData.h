@@ -12,6 +12,11 @@ struct OnvifDeviceData {
     int fps = 25;
     int bitrate = 0;
 
+    // The address clients are told: the first of `addresses`, else loopback.
+    std::string Host() const;
+    // The address of every service of the device; the server answers on any path.
+    std::string ServiceUrl() const;
+
     // The host's IPv4 addresses as its name resolves: "127.0.0.1" when the name does not
     // resolve, none when the host has no name.
     static std::vector<std::string> ReadAddresses();

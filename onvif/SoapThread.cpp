@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "Device.nsmap"  // the namespace table, defined once here
 #include "SoapRequest.h"
 #include "platform/AddressRange.h"
 #include "platform/Log.h"
@@ -241,13 +240,19 @@ void SoapThread::Answer(Connection& connection) {
                                                nullptr);
         } else if (served) {
             // Each service in turn, while the one before does not know the request. A request
-            // none knows is answered with the fault, so the client need not wait.
+            // none knows is answered with the fault ONVIF names for it, so the client need not
+            // wait; as a fault of its own (not a transport error) it keeps the RelatesTo header.
             if (device.dispatch() == SOAP_NO_METHOD && events.dispatch() == SOAP_NO_METHOD &&
-                media.dispatch() == SOAP_NO_METHOD)
-                display.dispatch();
+                media.dispatch() == SOAP_NO_METHOD && display.dispatch() == SOAP_NO_METHOD)
+                soap_receiver_fault_subcode(context, "ter:ActionNotSupported",
+                                            "Optional Action Not Implemented", nullptr);
         }
-        if (context->error != SOAP_OK && context->error < SOAP_STOP)
+        if (context->error != SOAP_OK && context->error < SOAP_STOP) {
+            // A service's dispatch sets the table of its own types only; a fault's subcode is
+            // in the error namespace, which is in the device front's table.
+            soap_set_namespaces(context, namespaces);
             soap_send_fault(context);
+        }
         soap_destroy(context);
         soap_end(context);
         currentRequest = nullptr;
