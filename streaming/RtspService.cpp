@@ -87,6 +87,15 @@ int RtspService::Stream::FrameRate() const {
 
 namespace {
 
+// Byte stream, whole pictures, and the rate the description announces.
+void SetSourceCaps(GstElement* source, int rate) {
+    GstCaps* caps = gst_caps_new_simple("video/x-h264", "stream-format", G_TYPE_STRING,
+                                        "byte-stream", "alignment", G_TYPE_STRING, "au",
+                                        "framerate", GST_TYPE_FRACTION, rate, 1, nullptr);
+    g_object_set(source, "caps", caps, nullptr);
+    gst_caps_unref(caps);
+}
+
 // Every picture is an intra picture that carries its own parameter sets in band, in front of
 // its slices, and ends with a delimiter. Nothing downstream may insert parameter sets again:
 // the payloader would do so in front of every IDR slice, which puts them between the slices of
@@ -126,17 +135,45 @@ void OnUnprepared(GstRTSPMedia*, gpointer data) {
 // The session description names the stream (s= and i=) and gives the estimated bit rate
 // clients plan with (b=AS, kilobits a second), the same for every stream.
 constexpr guint kAnnouncedBitRate = 150000;
-constexpr const char* kStreamNameKey = "corvane-stream-name";
+constexpr const char* kStreamKey = "corvane-stream";
+
+void DropStream(gpointer data) {
+    std::unique_ptr<StreamRef> held(static_cast<StreamRef*>(data));
+}
 
 using CreateSdpFunction = GstSDPMessage* (*)(GstRTSPClient*, GstRTSPMedia*);
 CreateSdpFunction libraryCreateSdp = nullptr;
 
+// The rate a description announces is the stream's at the time of asking: a media made for a
+// client that came before the pace was measured is shared by later clients.
+void AnnounceFrameRate(GstSDPMessage* sdp, int rate) {
+    for (guint m = 0; m < gst_sdp_message_medias_len(sdp); ++m) {
+        auto* media = const_cast<GstSDPMedia*>(gst_sdp_message_get_media(sdp, m));
+        for (guint a = 0; a < gst_sdp_media_attributes_len(media); ++a) {
+            const GstSDPAttribute* attribute = gst_sdp_media_get_attribute(media, a);
+            if (g_strcmp0(attribute->key, "framerate") != 0)
+                continue;
+            GstSDPAttribute measured{};
+            gst_sdp_attribute_set(&measured, "framerate", std::to_string(rate).c_str());
+            gst_sdp_media_replace_attribute(media, a, &measured);
+        }
+    }
+}
+
 GstSDPMessage* NamedSdp(GstRTSPClient* client, GstRTSPMedia* media) {
     GstSDPMessage* sdp = libraryCreateSdp(client, media);
-    const auto* name = static_cast<const char*>(g_object_get_data(G_OBJECT(media), kStreamNameKey));
-    if (sdp != nullptr && name != nullptr) {
-        gst_sdp_message_set_session_name(sdp, name);
-        gst_sdp_message_set_information(sdp, name);
+    const auto* held =
+        static_cast<const StreamRef*>(g_object_get_data(G_OBJECT(media), kStreamKey));
+    if (sdp != nullptr && held != nullptr) {
+        RtspService::Stream& stream = **held;
+        gst_sdp_message_set_session_name(sdp, stream.name.c_str());
+        gst_sdp_message_set_information(sdp, stream.name.c_str());
+        int rate = 0;
+        {
+            std::lock_guard<std::mutex> lock(stream.mutex);
+            rate = stream.FrameRate();
+        }
+        AnnounceFrameRate(sdp, rate);
     }
     return sdp;
 }
@@ -157,20 +194,13 @@ void OnMediaConfigure(GstRTSPMediaFactory*, GstRTSPMedia* media, gpointer data) 
     GstElement* element = gst_rtsp_media_get_element(media);
     GstElement* source = gst_bin_get_by_name_recurse_up(GST_BIN(element), "src");
     gst_object_unref(element);
-    g_object_set_data_full(G_OBJECT(media), kStreamNameKey, g_strdup(stream->name.c_str()), g_free);
+    g_object_set_data_full(G_OBJECT(media), kStreamKey, HoldStream(*static_cast<StreamRef*>(data)),
+                           DropStream);
     if (source != nullptr) {
-        // Byte stream, whole pictures, and the rate the description announces: the stream's
-        // measured one.
-        int rate = 0;
         {
             std::lock_guard<std::mutex> lock(stream->mutex);
-            rate = stream->FrameRate();
+            SetSourceCaps(source, stream->FrameRate());
         }
-        GstCaps* caps = gst_caps_new_simple("video/x-h264", "stream-format", G_TYPE_STRING,
-                                            "byte-stream", "alignment", G_TYPE_STRING, "au",
-                                            "framerate", GST_TYPE_FRACTION, rate, 1, nullptr);
-        g_object_set(source, "caps", caps, nullptr);
-        gst_caps_unref(caps);
         // Queued by the source and sent ahead of its first picture.
         gst_element_send_event(source, gst_event_new_tag(gst_tag_list_new(
                                            GST_TAG_MAXIMUM_BITRATE, kAnnouncedBitRate, nullptr)));

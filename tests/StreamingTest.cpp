@@ -293,6 +293,24 @@ TEST(RtspService, TheSessionDescriptionNamesTheStreamAndItsBitRate) {
     EXPECT_NE(answer.find("a=framerate:10"), std::string::npos) << answer;
 }
 
+TEST(RtspService, ALaterClientIsToldTheRateMeasuredAfterTheFirstCame) {
+    // The first client comes with the stream's first picture, before its pace is known, and
+    // keeps playing; a client that comes once the pace is measured shares its media and is told
+    // the real rate, not the guess the first one got.
+    ServedStream served("Early", 400000, 320, 240);
+    ASSERT_TRUE(served.running);
+    DecodingClient first("exec ffmpeg -nostdin -v error -rtsp_transport tcp -i " +
+                         served.Url("Early") + " -f null -");
+    for (int i = 0; i < 100 && !served.service.IsStreamLive("Early"); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    ASSERT_TRUE(served.service.IsStreamLive("Early"));
+    for (int i = 0; i < 80 && served.service.StreamRate("Early", 0) == 0; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    const std::string answer = Describe(TestPort(), "Early");
+    EXPECT_NE(answer.find("a=framerate:10"), std::string::npos) << answer;
+    EXPECT_TRUE(served.service.IsStreamLive("Early"));
+}
+
 TEST(RtspService, EveryPictureReachesFfmpegAndGStreamerClientsWholeAndInOrder) {
     // 100 numbered pictures at 10 a second; three clients decode them to RGB at once: ffmpeg
     // over TCP and over UDP, GStreamer over TCP. Each picture a client shows is the one pushed
