@@ -594,6 +594,7 @@ TEST(SoapThread, EveryAnswerWithContentIsValidByTheOfficialSchemas) {
     }
 }
 
+#ifdef CORVANE_WSDL_CLIENT
 namespace {
 
 // "tds GetScopes" and so on: the operations the device front's interface header dispatches.
@@ -629,6 +630,7 @@ std::string InvalidFiles(const std::string& schema, const std::vector<std::strin
 }
 
 }  // namespace
+#endif
 
 // A client that gSOAP made from the official WSDLs calls every operation of the device, media,
 // events and display services with WS-Security and WS-Addressing headers: each operation the
