@@ -19,7 +19,9 @@
 #include <opencv2/core/core_c.h>
 #include <opencv2/imgproc.hpp>
 
+#include "PlateBand.h"
 #include "PlateDetector.h"
+#include "PlateLeveller.h"
 #include "PlateReader.h"
 #include "TemplateMatcher.h"
 #include "corvane/LPRPlugin.h"
@@ -212,8 +214,23 @@ class PlateCore : public LPRPlugin {
             return std::nullopt;
         PlateReader::Text text = reader_->Read(grey, plate.box);
         const std::string oneRow = text.characters;
-        if (plate.box.width < plate.box.height * kTwoRowShape / 10) {
-            PlateReader::Text twoRows = reader_->Read(grey, plate.box, 2);
+        // A slanted plate is also read turned level; the likelier reading stays.
+        const auto levelled = PlateLeveller::Level(grey, plate.box);
+        const cv::Mat& picture = levelled ? levelled->grey : grey;
+        const cv::Rect& box = levelled ? levelled->box : plate.box;
+        if (levelled) {
+            PlateReader::Text level = reader_->Read(picture, box);
+            if (level.logScore > text.logScore)
+                text = std::move(level);
+        }
+        // A European plate's band is hidden: its country code is no character of the plate.
+        if (const auto hidden = PlateBand::Hide(picture, box)) {
+            PlateReader::Text withoutBand = reader_->Read(hidden->grey, hidden->box);
+            if (static_cast<int>(withoutBand.characters.size()) >= kMinPlateCharacters)
+                text = std::move(withoutBand);
+        }
+        if (box.width < box.height * kTwoRowShape / 10) {
+            PlateReader::Text twoRows = reader_->Read(picture, box, 2);
             if (twoRows.logScore > text.logScore)
                 text = std::move(twoRows);
         }
