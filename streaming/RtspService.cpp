@@ -87,7 +87,8 @@ int RtspService::Stream::FrameRate() const {
 
 namespace {
 
-// Byte stream, whole pictures, and the rate the description announces.
+// Byte stream, whole pictures, and the producer's rate as measured when a media is made (the
+// encoder's time base follows it).
 void SetSourceCaps(GstElement* source, int rate) {
     GstCaps* caps = gst_caps_new_simple("video/x-h264", "stream-format", G_TYPE_STRING,
                                         "byte-stream", "alignment", G_TYPE_STRING, "au",
