@@ -59,6 +59,8 @@ class PlateCore : public LPRPlugin {
     static constexpr int kMaxPlateCharacters = 10;
     // Plates narrower than 2.4 times their height may carry two rows.
     static constexpr int kTwoRowShape = 24;
+    // Plates narrower than 1.8 times their height are square ones (motorcycles, tractors).
+    static constexpr int kSquareShape = 18;
     // Mean character confidence a joined two-row reading needs.
     static constexpr int kStackedConfidence = 70;
 
@@ -157,6 +159,20 @@ class PlateCore : public LPRPlugin {
         }
     }
 
+    // A reading of two rows whose characters the reader is sure of: half a plate of one row,
+    // read as a row, is mostly blank columns and can outscore the whole plate's reading.
+    static bool Confident(const PlateReader::Text& text) {
+        const int count = static_cast<int>(text.characters.size());
+        return count > 0 && std::accumulate(text.confidence.begin(), text.confidence.end(), 0) >=
+                                count * kStackedConfidence;
+    }
+
+    // A square plate's rows are read one at a time; a wider one's side by side.
+    PlateReader::Text ReadTwoRows(const cv::Mat& grey, const cv::Rect& box) const {
+        return box.width < box.height * kSquareShape / 10 ? reader_->ReadRowsApart(grey, box)
+                                                          : reader_->Read(grey, box, 2);
+    }
+
     // Characters take about three fifths of a plate's height on most plates.
     static int CharacterHeight(const cv::Rect& box) { return std::max(1, box.height * 3 / 5); }
 
@@ -177,11 +193,14 @@ class PlateCore : public LPRPlugin {
                 const cv::Rect& lower = plates[j].box;
                 const int overlap =
                     std::min(upper.br().x, lower.br().x) - std::max(upper.x, lower.x);
-                if (i == j || lower.y <= upper.y + upper.height / 2 ||
+                // The rows of a plate are about as high as each other; a strip above a plate
+                // (a country's name, a dealer's line) is much lower.
+                if (i == j || upper.height * 10 < lower.height * 6 ||
+                    lower.height * 10 < upper.height * 6 || lower.y <= upper.y + upper.height / 2 ||
                     lower.y > upper.br().y + std::min(upper.height, lower.height) / 2 ||
                     overlap * 10 < std::min(upper.width, lower.width) * 6)
                     continue;
-                PlateReader::Text text = reader_->Read(grey, upper | lower, 2);
+                PlateReader::Text text = ReadTwoRows(grey, upper | lower);
                 const int count = static_cast<int>(text.characters.size());
                 if (count < kMinPlateCharacters + 1 || count > kMaxPlateCharacters ||
                     std::accumulate(text.confidence.begin(), text.confidence.end(), 0) <
@@ -230,8 +249,8 @@ class PlateCore : public LPRPlugin {
                 text = std::move(withoutBand);
         }
         if (box.width < box.height * kTwoRowShape / 10) {
-            PlateReader::Text twoRows = reader_->Read(picture, box, 2);
-            if (twoRows.logScore > text.logScore)
+            PlateReader::Text twoRows = ReadTwoRows(picture, box);
+            if (twoRows.logScore > text.logScore && Confident(twoRows))
                 text = std::move(twoRows);
         }
         GuidedReread(text);

@@ -60,6 +60,21 @@ PlateReader::Text PlateReader::Read(const cv::Mat& grey, const cv::Rect& box, in
     return text;
 }
 
+PlateReader::Text PlateReader::ReadRowsApart(const cv::Mat& grey, const cv::Rect& box) {
+    if (!ready_)
+        return Text();
+    const int rowHeight = box.height * 56 / 100;
+    Text text = Decode(Squeezed(grey, cv::Rect(box.x, box.y, box.width, rowHeight), kInput));
+    const Text lower = Decode(
+        Squeezed(grey, cv::Rect(box.x, box.br().y - rowHeight, box.width, rowHeight), kInput));
+    text.characters += lower.characters;
+    text.confidence.insert(text.confidence.end(), lower.confidence.begin(), lower.confidence.end());
+    text.columns.insert(text.columns.end(), lower.columns.begin(), lower.columns.end());
+    text.logScore = (text.logScore + lower.logScore) / 2;  // on the scale of one reading
+    text.rows = 2;
+    return text;
+}
+
 PlateReader::Text PlateReader::Decode(const cv::Mat& squeezed) {
     Text text;
     if (squeezed.empty())

@@ -29,6 +29,9 @@ class PlateReader {
     // box: the plate in grey, as a detector gives it; rows: 2 reads a plate of two rows, the
     // upper row first.
     Text Read(const cv::Mat& grey, const cv::Rect& box, int rows = 1);
+    // A plate of two rows read one row at a time, each as wide as a plate of one row: for
+    // square plates, whose rows side by side would leave each character too narrow.
+    Text ReadRowsApart(const cv::Mat& grey, const cv::Rect& box);
     // The most probable character of allowed at a character's column, with its confidence.
     static char Best(const std::array<float, kClasses>& column, const std::string& allowed,
                      int* confidence);
