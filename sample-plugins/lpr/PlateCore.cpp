@@ -159,8 +159,25 @@ class PlateCore : public LPRPlugin {
         }
     }
 
-    // A reading of two rows whose characters the reader is sure of: half a plate of one row,
-    // read as a row, is mostly blank columns and can outscore the whole plate's reading.
+    // A slanted plate is also read turned level (the likelier reading stays), and a European
+    // plate with its band hidden: the band's country code is no character of the plate.
+    void ReadLevelAndWithoutBand(const cv::Mat& picture, const cv::Rect& box, bool levelled,
+                                 PlateReader::Text& text) {
+        if (levelled) {
+            PlateReader::Text level = reader_->Read(picture, box);
+            if (level.logScore > text.logScore)
+                text = std::move(level);
+        }
+        if (const auto hidden = PlateBand::Hide(picture, box)) {
+            PlateReader::Text withoutBand = reader_->Read(hidden->grey, hidden->box);
+            if (static_cast<int>(withoutBand.characters.size()) >= kMinPlateCharacters)
+                text = std::move(withoutBand);
+        }
+    }
+
+    // A reading whose characters the reader is sure of, as a reading of two rows must be: half
+    // a plate of one row, read as a row, is mostly blank columns and can outscore the whole
+    // plate's reading.
     static bool Confident(const PlateReader::Text& text) {
         const int count = static_cast<int>(text.characters.size());
         return count > 0 && std::accumulate(text.confidence.begin(), text.confidence.end(), 0) >=
@@ -203,8 +220,7 @@ class PlateCore : public LPRPlugin {
                 PlateReader::Text text = ReadTwoRows(grey, upper | lower);
                 const int count = static_cast<int>(text.characters.size());
                 if (count < kMinPlateCharacters + 1 || count > kMaxPlateCharacters ||
-                    std::accumulate(text.confidence.begin(), text.confidence.end(), 0) <
-                        count * kStackedConfidence)
+                    !Confident(text))
                     continue;
                 if (!HoldsAtAnEnd(text.characters, rowText(i)) &&
                     !HoldsAtAnEnd(text.characters, rowText(j)))
@@ -233,21 +249,10 @@ class PlateCore : public LPRPlugin {
             return std::nullopt;
         PlateReader::Text text = reader_->Read(grey, plate.box);
         const std::string oneRow = text.characters;
-        // A slanted plate is also read turned level; the likelier reading stays.
         const auto levelled = PlateLeveller::Level(grey, plate.box);
         const cv::Mat& picture = levelled ? levelled->grey : grey;
         const cv::Rect& box = levelled ? levelled->box : plate.box;
-        if (levelled) {
-            PlateReader::Text level = reader_->Read(picture, box);
-            if (level.logScore > text.logScore)
-                text = std::move(level);
-        }
-        // A European plate's band is hidden: its country code is no character of the plate.
-        if (const auto hidden = PlateBand::Hide(picture, box)) {
-            PlateReader::Text withoutBand = reader_->Read(hidden->grey, hidden->box);
-            if (static_cast<int>(withoutBand.characters.size()) >= kMinPlateCharacters)
-                text = std::move(withoutBand);
-        }
+        ReadLevelAndWithoutBand(picture, box, levelled.has_value(), text);
         if (box.width < box.height * kTwoRowShape / 10) {
             PlateReader::Text twoRows = ReadTwoRows(picture, box);
             if (twoRows.logScore > text.logScore && Confident(twoRows))
