@@ -6,7 +6,6 @@
 #include <random>
 
 #include <opencv2/core/core_c.h>
-#include <opencv2/imgproc.hpp>
 
 #include "PlateArt.h"
 #include "ShippedReader.h"
@@ -35,13 +34,7 @@ int main(int argc, char** argv) {
             double ms = 0;
             for (int i = 0; i < count / 5; ++i) {
                 const std::string plate = plateart::RandomEuropeanPlate(rng);
-                const cv::Size car = plateart::CarSize(height);
-                cv::Mat bgr(car.height * 2, car.width * 2, CV_8UC3, cv::Scalar(95, 95, 100));
-                plateart::DrawCar(bgr, cv::Point(bgr.cols / 2, bgr.rows / 2), plate, height,
-                                  cv::Scalar(40 + i % 150, 60, 150));
-                cv::GaussianBlur(bgr, bgr, cv::Size(3, 3), 0.8);
-                cv::Mat grey;
-                cv::cvtColor(bgr, grey, cv::COLOR_BGR2GRAY);
+                cv::Mat grey = plateart::CarInLane(plate, height, i);
                 grey = grey(cv::Rect(0, 0, grey.cols / 4 * 4, grey.rows)).clone();
                 IplImage image = cvIplImage(grey);
                 const auto start = std::chrono::steady_clock::now();

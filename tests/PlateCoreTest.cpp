@@ -72,19 +72,6 @@ class PlateCoreTest : public ::testing::Test {
     LPRPlugin* reader_ = nullptr;
 };
 
-// A car with its plate on a grey road, in grey as the region thread gives it: a region a lane
-// wide, the car half of it.
-cv::Mat CarPicture(const std::string& plate, int charHeight, int shade) {
-    const cv::Size car = plateart::CarSize(charHeight);
-    cv::Mat bgr(car.height * 2, car.width * 2, CV_8UC3, cv::Scalar(95, 95, 100));
-    plateart::DrawCar(bgr, cv::Point(bgr.cols / 2, bgr.rows / 2), plate, charHeight,
-                      cv::Scalar(40 + shade % 150, 60, 150));
-    cv::GaussianBlur(bgr, bgr, cv::Size(3, 3), 0.8);
-    cv::Mat grey;
-    cv::cvtColor(bgr, grey, cv::COLOR_BGR2GRAY);
-    return grey;
-}
-
 cv::Rect PlateBox(const cv::Mat& picture, const std::string& plate, int charHeight) {
     const cv::Size car = plateart::CarSize(charHeight);
     const cv::Size size = plateart::PlateSize(plate, charHeight);
@@ -104,7 +91,7 @@ TEST_F(PlateCoreTest, ReadsDrawnPlatesOfTheStockLayoutsAtEveryCharacterHeight) {
         Init("0", height * 2 / 3, height * 3 / 2);
         for (int i = 0; i < 8; ++i) {
             const std::string plate = plateart::RandomEuropeanPlate(rng);
-            const std::string read = FirstReading(CarPicture(plate, height, i * 37));
+            const std::string read = FirstReading(plateart::CarInLane(plate, height, i * 37));
             ++total;
             if (read == plate)
                 ++right;
@@ -117,7 +104,7 @@ TEST_F(PlateCoreTest, ReadsDrawnPlatesOfTheStockLayoutsAtEveryCharacterHeight) {
 
 TEST_F(PlateCoreTest, AReadingCarriesItsBoxCharactersScoreAndTemplateTags) {
     const std::string plate = "AB123CD";
-    const cv::Mat picture = CarPicture(plate, 30, 0);
+    const cv::Mat picture = plateart::CarInLane(plate, 30, 0);
     std::vector<Result> results = Read(picture);
     ASSERT_FALSE(results.empty());
     const Result& first = results.front();
@@ -144,7 +131,7 @@ TEST_F(PlateCoreTest, AReadingCarriesItsBoxCharactersScoreAndTemplateTags) {
 
 TEST_F(PlateCoreTest, ReadsPlatesLightOnDarkAndTiltedUpToFifteenDegrees) {
     const std::string plate = "GH456JK";
-    const cv::Mat picture = CarPicture(plate, 30, 20);
+    const cv::Mat picture = plateart::CarInLane(plate, 30, 20);
     // Light characters on a dark ground, as plates without a band are made: the band painted
     // over with the plate's ground, then the plate inverted.
     cv::Mat inverted = picture.clone();
@@ -161,7 +148,7 @@ TEST_F(PlateCoreTest, ReadsPlatesLightOnDarkAndTiltedUpToFifteenDegrees) {
     std::string misread;
     for (int i = 0; i < 10; ++i) {
         const std::string text = plateart::RandomEuropeanPlate(rng);
-        const cv::Mat car = CarPicture(text, 26, i * 29);
+        const cv::Mat car = plateart::CarInLane(text, 26, i * 29);
         const cv::Rect at = PlateBox(car, text, 26);
         for (const double angle : {-15.0, -8.0, 8.0, 15.0}) {
             cv::Mat tilted;
@@ -188,8 +175,7 @@ cv::Mat SquarePlatePicture(const std::string& upper, const std::string& lower) {
     cv::rectangle(bgr, plate, cv::Scalar(30, 30, 30), 2);
     for (const auto& [row, baseline] : {std::make_pair(upper, 166), std::make_pair(lower, 218)}) {
         int ignored = 0;
-        const cv::Size size =
-            cv::getTextSize(row, cv::FONT_HERSHEY_SIMPLEX, 1.45, 4, &ignored);
+        const cv::Size size = cv::getTextSize(row, cv::FONT_HERSHEY_SIMPLEX, 1.45, 4, &ignored);
         cv::putText(bgr, row, cv::Point(plate.x + (plate.width - size.width) / 2, baseline),
                     cv::FONT_HERSHEY_SIMPLEX, 1.45, cv::Scalar(20, 20, 20), 4, cv::LINE_AA);
     }
@@ -216,8 +202,8 @@ TEST_F(PlateCoreTest, ReadsPlatesOfTwoRowsUpperRowFirst) {
         if (whole)
             ++right;
         else
-            misread += " " + upper + lower + "->" +
-                       (results.empty() ? "(none)" : results.front().plate);
+            misread +=
+                " " + upper + lower + "->" + (results.empty() ? "(none)" : results.front().plate);
     }
     EXPECT_GE(right * 100, plates * 70) << right << " of " << plates << ":" << misread;
 }

@@ -197,6 +197,17 @@ cv::Size CarSize(int charHeight) {
     return cv::Size(charHeight * 14, charHeight * 11);
 }
 
+cv::Mat CarInLane(const std::string& plate, int charHeight, int shade) {
+    const cv::Size car = CarSize(charHeight);
+    cv::Mat bgr(car.height * 2, car.width * 2, CV_8UC3, cv::Scalar(95, 95, 100));
+    DrawCar(bgr, cv::Point(bgr.cols / 2, bgr.rows / 2), plate, charHeight,
+            cv::Scalar(40 + shade % 150, 60, 150));
+    cv::GaussianBlur(bgr, bgr, cv::Size(3, 3), 0.8);
+    cv::Mat grey;
+    cv::cvtColor(bgr, grey, cv::COLOR_BGR2GRAY);
+    return grey;
+}
+
 void DrawCar(cv::Mat& bgr, cv::Point centre, const std::string& plate, int charHeight,
              const cv::Scalar& body) {
     const cv::Size car = CarSize(charHeight);

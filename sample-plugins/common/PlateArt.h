@@ -31,6 +31,10 @@ void DrawCar(cv::Mat& bgr, cv::Point centre, const std::string& plate, int charH
 // Size of the car DrawCar draws for a character height.
 cv::Size CarSize(int charHeight);
 
+// A car with its plate in the middle of a grey road, in grey as a region thread gives it: a
+// region a lane wide, twice the car's size. shade varies the body's colour.
+cv::Mat CarInLane(const std::string& plate, int charHeight, int shade);
+
 // A road of lanes seen from above, with a fixed asphalt texture.
 cv::Mat Road(cv::Size size, int lanes, unsigned seed);
 
