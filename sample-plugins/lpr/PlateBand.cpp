@@ -4,6 +4,8 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include "PlateReader.h"
+
 namespace {
 
 constexpr double kDarkColumn = 0.75;   // share of a column's rows that are dark in a band
@@ -53,10 +55,7 @@ std::optional<PlateBand::Hidden> PlateBand::Hide(const cv::Mat& grey, const cv::
             return std::nullopt;
     // The surroundings the reader takes with the plate, the band painted with the ground's
     // brightness.
-    const int margin = std::max(box.width, box.height) / 4;
-    const cv::Rect around =
-        cv::Rect(box.x - margin, box.y - margin, box.width + 2 * margin, box.height + 2 * margin) &
-        cv::Rect(0, 0, grey.cols, grey.rows);
+    const cv::Rect around = PlateReader::Surroundings(box, grey.size());
     Hidden hidden;
     hidden.grey = grey(around).clone();
     hidden.box = box - around.tl();

@@ -5,6 +5,8 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include "PlateReader.h"
+
 namespace {
 
 constexpr double kSearchDegrees = 20.0;
@@ -73,10 +75,7 @@ std::optional<PlateLeveller::Levelled> PlateLeveller::Level(const cv::Mat& grey,
     if (w < 8.0 || h < 4.0)
         return std::nullopt;
     // The surroundings turn with the plate, so that the reader sees its usual margin.
-    const int margin = std::max(box.width, box.height) / 4;
-    const cv::Rect around =
-        cv::Rect(box.x - margin, box.y - margin, box.width + 2 * margin, box.height + 2 * margin) &
-        cv::Rect(0, 0, grey.cols, grey.rows);
+    const cv::Rect around = PlateReader::Surroundings(box, grey.size());
     const cv::Point2f centre(static_cast<float>(box.x + box.width / 2.0 - around.x),
                              static_cast<float>(box.y + box.height / 2.0 - around.y));
     Levelled levelled;

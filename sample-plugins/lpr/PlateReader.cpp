@@ -27,6 +27,13 @@ int Percent(float p) {
 
 }  // namespace
 
+cv::Rect PlateReader::Surroundings(const cv::Rect& box, const cv::Size& picture) {
+    const int margin = std::max(box.width, box.height) / 4;
+    return cv::Rect(box.x - margin, box.y - margin, box.width + 2 * margin,
+                    box.height + 2 * margin) &
+           cv::Rect(cv::Point(0, 0), picture);
+}
+
 PlateReader::PlateReader(const std::string& modelFile)
     : net_(LoadOnnxNetwork(modelFile)), ready_(!net_.empty()) {}
 

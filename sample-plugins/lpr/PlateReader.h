@@ -32,6 +32,9 @@ class PlateReader {
     // A plate of two rows read one row at a time, each as wide as a plate of one row: for
     // square plates, whose rows side by side would leave each character too narrow.
     Text ReadRowsApart(const cv::Mat& grey, const cv::Rect& box);
+    // The part of the picture around a plate that its cut can reach, with room to spare: what
+    // a step that turns or paints a plate copies, so that the reader sees its usual margin.
+    static cv::Rect Surroundings(const cv::Rect& box, const cv::Size& picture);
     // The most probable character of allowed at a character's column, with its confidence.
     static char Best(const std::array<float, kClasses>& column, const std::string& allowed,
                      int* confidence);
