@@ -115,8 +115,12 @@ gpointer HoldStream(const StreamRef& stream) {
     return std::make_unique<StreamRef>(stream).release();
 }
 
-void ReleaseStream(gpointer data, GClosure*) {
+void DropStream(gpointer data) {
     std::unique_ptr<StreamRef> held(static_cast<StreamRef*>(data));
+}
+
+void ReleaseStream(gpointer data, GClosure*) {
+    DropStream(data);
 }
 
 RtspService::Stream* StreamOf(gpointer data) {
@@ -137,10 +141,6 @@ void OnUnprepared(GstRTSPMedia*, gpointer data) {
 // clients plan with (b=AS, kilobits a second), the same for every stream.
 constexpr guint kAnnouncedBitRate = 150000;
 constexpr const char* kStreamKey = "corvane-stream";
-
-void DropStream(gpointer data) {
-    std::unique_ptr<StreamRef> held(static_cast<StreamRef*>(data));
-}
 
 using CreateSdpFunction = GstSDPMessage* (*)(GstRTSPClient*, GstRTSPMedia*);
 CreateSdpFunction libraryCreateSdp = nullptr;

@@ -609,11 +609,6 @@ std::set<std::string> DispatchedOperations() {
     return names;
 }
 
-std::string FileText(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-}
-
 // The files of one xmllint run that did not validate, each with the schema errors about it
 // (warnings about the schemas themselves, such as one file reached by two paths, aside).
 std::string InvalidFiles(const std::string& schema, const std::vector<std::string>& files) {
@@ -687,7 +682,9 @@ TEST(OnvifWsdlClient, EveryDispatchedOperationAnswersValidlyToAGeneratedClient) 
             continue;
         }
         const std::string element = folder + "/" + service + "." + operation + ".body.xml";
-        const std::string envelope = FileText(folder + "/" + service + "." + operation + ".xml");
+        std::string envelope;
+        platform::ReadWholeFile(folder + "/" + service + "." + operation + ".xml", envelope,
+                                1 << 20);
         EXPECT_EQ(status, "answer") << envelope;
         answered.insert(name);
         EXPECT_EQ(BodyElement(envelope, element), operation + "Response");
