@@ -51,7 +51,7 @@ PlateReader::Text PlateReader::Read(const cv::Mat& grey, const cv::Rect& box, in
     if (!ready_)
         return Text();
     if (rows != 2)
-        return Decode(Squeezed(grey, box, kInput));
+        return ReadAcrossCuts(grey, box);
     // Two rows side by side, the upper one first, each a little more than half the plate.
     const int rowHeight = box.height * 56 / 100;
     const cv::Size half(kInput.width / 2, kInput.height);
@@ -65,6 +65,29 @@ PlateReader::Text PlateReader::Read(const cv::Mat& grey, const cv::Rect& box, in
     Text text = Decode(both);
     text.rows = 2;
     return text;
+}
+
+PlateReader::Text PlateReader::ReadAcrossCuts(const cv::Mat& grey, const cv::Rect& box) {
+    const int unit = box.width / 32;
+    const std::array<cv::Rect, 3> cuts = {
+        box, cv::Rect(box.x - 2 * unit, box.y, box.width + 4 * unit, box.height),
+        cv::Rect(box.x + unit, box.y, box.width - 2 * unit, box.height)};
+    std::array<Text, 3> texts;
+    for (size_t i = 0; i < cuts.size(); ++i)
+        texts[i] = Decode(Squeezed(grey, cuts[i], kInput));
+    size_t best = 0;
+    int bestVotes = 0;
+    for (size_t i = 0; i < texts.size(); ++i) {
+        const int votes =
+            static_cast<int>(std::count_if(texts.begin(), texts.end(), [&](const Text& t) {
+                return t.characters == texts[i].characters;
+            }));
+        if (votes > bestVotes || (votes == bestVotes && texts[i].logScore > texts[best].logScore)) {
+            best = i;
+            bestVotes = votes;
+        }
+    }
+    return std::move(texts[best]);
 }
 
 PlateReader::Text PlateReader::ReadRowsApart(const cv::Mat& grey, const cv::Rect& box) {

@@ -40,6 +40,11 @@ class PlateReader {
                      int* confidence);
 
   private:
+    // A plate of one row read from three cuts: the box as given, a little wider and a little
+    // narrower. A detector's box often clips an end character or takes in a frame or an
+    // emblem beside the plate; the reading most cuts agree on wins, the likeliest when they
+    // all differ.
+    Text ReadAcrossCuts(const cv::Mat& grey, const cv::Rect& box);
     static cv::Mat Squeezed(const cv::Mat& grey, const cv::Rect& box, const cv::Size& size);
     Text Decode(const cv::Mat& squeezed);
 
