@@ -169,7 +169,7 @@ class PlateCore : public LPRPlugin {
                 text = std::move(level);
         }
         if (const auto hidden = PlateBand::Hide(picture, box)) {
-            PlateReader::Text withoutBand = reader_->Read(hidden->grey, hidden->box);
+            PlateReader::Text withoutBand = reader_->ReadAcrossCuts(hidden->grey, hidden->box);
             if (static_cast<int>(withoutBand.characters.size()) >= kMinPlateCharacters)
                 text = std::move(withoutBand);
         }
@@ -247,7 +247,7 @@ class PlateCore : public LPRPlugin {
         const int charHeight = CharacterHeight(plate.box);
         if (charHeight < minHeight_ * 2 / 3 || charHeight > maxHeight_ * 3 / 2)
             return std::nullopt;
-        PlateReader::Text text = reader_->Read(grey, plate.box);
+        PlateReader::Text text = reader_->ReadAcrossCuts(grey, plate.box);
         const std::string oneRow = text.characters;
         const auto levelled = PlateLeveller::Level(grey, plate.box);
         const cv::Mat& picture = levelled ? levelled->grey : grey;

@@ -51,7 +51,7 @@ PlateReader::Text PlateReader::Read(const cv::Mat& grey, const cv::Rect& box, in
     if (!ready_)
         return Text();
     if (rows != 2)
-        return ReadAcrossCuts(grey, box);
+        return Decode(Squeezed(grey, box, kInput));
     // Two rows side by side, the upper one first, each a little more than half the plate.
     const int rowHeight = box.height * 56 / 100;
     const cv::Size half(kInput.width / 2, kInput.height);
@@ -68,13 +68,18 @@ PlateReader::Text PlateReader::Read(const cv::Mat& grey, const cv::Rect& box, in
 }
 
 PlateReader::Text PlateReader::ReadAcrossCuts(const cv::Mat& grey, const cv::Rect& box) {
+    if (!ready_)
+        return Text();
+    std::vector<Text> texts{Decode(Squeezed(grey, box, kInput))};
+    // Most boxes are no plate at all: they are not worth two more cuts.
+    if (texts.front().characters.size() < kFewestCharacters)
+        return std::move(texts.front());
     const int unit = box.width / 32;
-    const std::array<cv::Rect, 3> cuts = {
-        box, cv::Rect(box.x - 2 * unit, box.y, box.width + 4 * unit, box.height),
-        cv::Rect(box.x + unit, box.y, box.width - 2 * unit, box.height)};
-    std::array<Text, 3> texts;
-    for (size_t i = 0; i < cuts.size(); ++i)
-        texts[i] = Decode(Squeezed(grey, cuts[i], kInput));
+    std::vector<Text> others = DecodeAll(
+        {Squeezed(grey, cv::Rect(box.x - 2 * unit, box.y, box.width + 4 * unit, box.height),
+                  kInput),
+         Squeezed(grey, cv::Rect(box.x + unit, box.y, box.width - 2 * unit, box.height), kInput)});
+    std::move(others.begin(), others.end(), std::back_inserter(texts));
     size_t best = 0;
     int bestVotes = 0;
     for (size_t i = 0; i < texts.size(); ++i) {
@@ -94,9 +99,11 @@ PlateReader::Text PlateReader::ReadRowsApart(const cv::Mat& grey, const cv::Rect
     if (!ready_)
         return Text();
     const int rowHeight = box.height * 56 / 100;
-    Text text = Decode(Squeezed(grey, cv::Rect(box.x, box.y, box.width, rowHeight), kInput));
-    const Text lower = Decode(
-        Squeezed(grey, cv::Rect(box.x, box.br().y - rowHeight, box.width, rowHeight), kInput));
+    std::vector<Text> rows = DecodeAll(
+        {Squeezed(grey, cv::Rect(box.x, box.y, box.width, rowHeight), kInput),
+         Squeezed(grey, cv::Rect(box.x, box.br().y - rowHeight, box.width, rowHeight), kInput)});
+    Text text = std::move(rows[0]);
+    const Text& lower = rows[1];
     text.characters += lower.characters;
     text.confidence.insert(text.confidence.end(), lower.confidence.begin(), lower.confidence.end());
     text.columns.insert(text.columns.end(), lower.columns.begin(), lower.columns.end());
@@ -106,19 +113,37 @@ PlateReader::Text PlateReader::ReadRowsApart(const cv::Mat& grey, const cv::Rect
 }
 
 PlateReader::Text PlateReader::Decode(const cv::Mat& squeezed) {
-    Text text;
-    if (squeezed.empty())
-        return text;
+    return std::move(DecodeAll({squeezed}).front());
+}
+
+std::vector<PlateReader::Text> PlateReader::DecodeAll(const std::vector<cv::Mat>& squeezed) {
+    std::vector<Text> texts(squeezed.size());
+    std::vector<cv::Mat> cuts;
+    for (const cv::Mat& cut : squeezed)
+        if (!cut.empty())
+            cuts.push_back(cut);
+    if (cuts.empty())
+        return texts;
+    // One pass for all cuts: the network's fixed cost is paid once.
     net_.setInput(
-        cv::dnn::blobFromImage(squeezed, 2.0 / 255.0, cv::Size(), cv::Scalar(127.5), false, false));
-    const cv::Mat out = net_.forward();  // 1 x 37 x 1 x 32
+        cv::dnn::blobFromImages(cuts, 2.0 / 255.0, cv::Size(), cv::Scalar(127.5), false, false));
+    const cv::Mat out = net_.forward();  // N x 37 x 1 x 32
+    int n = 0;
+    for (size_t i = 0; i < squeezed.size(); ++i)
+        if (!squeezed[i].empty())
+            texts[i] = DecodeColumns(out, n++);
+    return texts;
+}
+
+PlateReader::Text PlateReader::DecodeColumns(const cv::Mat& out, int n) {
+    Text text;
     const int columns = out.size[3];
     int last = 0;
     for (int t = 0; t < columns; ++t) {
         std::array<float, kClasses> p{};
         float top = -1e30f;
         for (int c = 0; c < kClasses; ++c) {
-            p[static_cast<size_t>(c)] = out.ptr<float>(0, c, 0)[t];
+            p[static_cast<size_t>(c)] = out.ptr<float>(n, c, 0)[t];
             top = std::max(top, p[static_cast<size_t>(c)]);
         }
         float sum = 0.0f;

@@ -14,6 +14,8 @@ class PlateReader {
   public:
     static constexpr int kClasses = 37;  // blank, 0-9, A-Z
     static constexpr const char* kAlphabet = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    // Fewer characters than this are no plate's row.
+    static constexpr size_t kFewestCharacters = 3;
 
     struct Text {
         std::string characters;
@@ -29,6 +31,11 @@ class PlateReader {
     // box: the plate in grey, as a detector gives it; rows: 2 reads a plate of two rows, the
     // upper row first.
     Text Read(const cv::Mat& grey, const cv::Rect& box, int rows = 1);
+    // A plate of one row read from three cuts: the box as given, a little wider and a little
+    // narrower. A detector's box often clips an end character or takes in a frame or an
+    // emblem beside the plate; the reading most cuts agree on wins, the likeliest when they
+    // all differ.
+    Text ReadAcrossCuts(const cv::Mat& grey, const cv::Rect& box);
     // A plate of two rows read one row at a time, each as wide as a plate of one row: for
     // square plates, whose rows side by side would leave each character too narrow.
     Text ReadRowsApart(const cv::Mat& grey, const cv::Rect& box);
@@ -40,13 +47,11 @@ class PlateReader {
                      int* confidence);
 
   private:
-    // A plate of one row read from three cuts: the box as given, a little wider and a little
-    // narrower. A detector's box often clips an end character or takes in a frame or an
-    // emblem beside the plate; the reading most cuts agree on wins, the likeliest when they
-    // all differ.
-    Text ReadAcrossCuts(const cv::Mat& grey, const cv::Rect& box);
     static cv::Mat Squeezed(const cv::Mat& grey, const cv::Rect& box, const cv::Size& size);
     Text Decode(const cv::Mat& squeezed);
+    // Squeezed cuts read in one pass of the network; an empty cut reads as nothing.
+    std::vector<Text> DecodeAll(const std::vector<cv::Mat>& squeezed);
+    static Text DecodeColumns(const cv::Mat& scores, int index);
 
     cv::dnn::Net net_;
     bool ready_ = false;
