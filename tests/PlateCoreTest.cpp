@@ -1,6 +1,7 @@
 // The shipped plate reader, loaded from disk as the region threads load it: drawn plates of
 // the stock layouts read at every character height, the contract's score and tags, plates
-// light on dark, tilted or in two rows, and pictures that hold no plate at all.
+// light on dark, tilted or in two rows, pictures that hold no plate at all, and the sequence
+// reader reading several cuts in one pass.
 #include <algorithm>
 #include <chrono>
 #include <numeric>
@@ -12,6 +13,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include "PlateArt.h"
+#include "PlateReader.h"
 #include "corvane/LPRPlugin.h"
 #include "platform/FileSystem.h"
 #include "plugins/PluginLPRManager.h"
@@ -233,4 +235,24 @@ TEST_F(PlateCoreTest, PicturesWithoutAPlateGiveNoReadingAndReturnPromptly) {
     }
     reader_->Process(nullptr);
     EXPECT_EQ(reader_->GetResultCount(), 0);
+}
+
+// Cuts read together go through the network in one pass: each must come out as it reads
+// alone, or the rows of a square plate and the three cuts of a plate would mix.
+TEST(PlateReaderCuts, CutsReadInOnePassReadAsEachReadsAlone) {
+    PlateReader reader(std::string(CORVANE_APP_DIR) + "/plugin/lpr/models/plate_reader.onnx");
+    ASSERT_TRUE(reader.Ready());
+    const cv::Mat picture = SquarePlatePicture("KTB", "4071");
+    const cv::Rect plate(160, 120, 150, 110);
+    const int rowHeight = plate.height * 56 / 100;
+    const PlateReader::Text upper =
+        reader.Read(picture, cv::Rect(plate.x, plate.y, plate.width, rowHeight));
+    const PlateReader::Text lower =
+        reader.Read(picture, cv::Rect(plate.x, plate.br().y - rowHeight, plate.width, rowHeight));
+    ASSERT_FALSE(upper.characters.empty());
+    ASSERT_FALSE(lower.characters.empty());
+    EXPECT_NE(upper.characters, lower.characters);
+    const PlateReader::Text both = reader.ReadRowsApart(picture, plate);
+    EXPECT_EQ(both.characters, upper.characters + lower.characters);
+    EXPECT_NEAR(both.logScore, (upper.logScore + lower.logScore) / 2, 1e-3);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 
 #include <opencv2/imgproc.hpp>
 
@@ -80,13 +81,16 @@ PlateReader::Text PlateReader::ReadAcrossCuts(const cv::Mat& grey, const cv::Rec
                   kInput),
          Squeezed(grey, cv::Rect(box.x + unit, box.y, box.width - 2 * unit, box.height), kInput)});
     std::move(others.begin(), others.end(), std::back_inserter(texts));
+    return MostAgreed(std::move(texts));
+}
+
+PlateReader::Text PlateReader::MostAgreed(std::vector<Text> texts) {
     size_t best = 0;
-    int bestVotes = 0;
+    long bestVotes = 0;
     for (size_t i = 0; i < texts.size(); ++i) {
-        const int votes =
-            static_cast<int>(std::count_if(texts.begin(), texts.end(), [&](const Text& t) {
-                return t.characters == texts[i].characters;
-            }));
+        const long votes = std::count_if(texts.begin(), texts.end(), [&](const Text& t) {
+            return t.characters == texts[i].characters;
+        });
         if (votes > bestVotes || (votes == bestVotes && texts[i].logScore > texts[best].logScore)) {
             best = i;
             bestVotes = votes;

@@ -49,6 +49,8 @@ class PlateReader {
   private:
     static cv::Mat Squeezed(const cv::Mat& grey, const cv::Rect& box, const cv::Size& size);
     Text Decode(const cv::Mat& squeezed);
+    // The reading most of texts agree on, the likeliest of those tied.
+    static Text MostAgreed(std::vector<Text> texts);
     // Squeezed cuts read in one pass of the network; an empty cut reads as nothing.
     std::vector<Text> DecodeAll(const std::vector<cv::Mat>& squeezed);
     static Text DecodeColumns(const cv::Mat& scores, int index);
