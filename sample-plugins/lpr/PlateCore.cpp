@@ -34,6 +34,7 @@ struct Reading {
     cv::Rect box;
     int charHeight = 0;
     int characters = 0;
+    int rows = 1;
     std::string tags;
     double rank = 0.0;
 };
@@ -208,19 +209,12 @@ class PlateCore : public LPRPlugin {
             for (size_t j = 0; j < plates.size(); ++j) {
                 const cv::Rect& upper = plates[i].box;
                 const cv::Rect& lower = plates[j].box;
-                const int overlap =
-                    std::min(upper.br().x, lower.br().x) - std::max(upper.x, lower.x);
-                // The rows of a plate are about as high as each other; a strip above a plate
-                // (a country's name, a dealer's line) is much lower.
-                if (i == j || upper.height * 10 < lower.height * 6 ||
-                    lower.height * 10 < upper.height * 6 || lower.y <= upper.y + upper.height / 2 ||
-                    lower.y > upper.br().y + std::min(upper.height, lower.height) / 2 ||
-                    overlap * 10 < std::min(upper.width, lower.width) * 6)
+                if (i == j || !RowsOfOnePlate(upper, lower))
                     continue;
                 PlateReader::Text text = ReadTwoRows(grey, upper | lower);
                 const int count = static_cast<int>(text.characters.size());
                 if (count < kMinPlateCharacters + 1 || count > kMaxPlateCharacters ||
-                    !Confident(text))
+                    !Confident(text) || SurerReadingOfTwoRows(upper | lower, text))
                     continue;
                 if (!HoldsAtAnEnd(text.characters, rowText(i)) &&
                     !HoldsAtAnEnd(text.characters, rowText(j)))
@@ -234,11 +228,43 @@ class PlateCore : public LPRPlugin {
             }
     }
 
-    // True when row, read alone, starts whole or ends a longer whole.
+    // The rows of a plate are about as high as each other, the lower one below the upper
+    // one's upper third (the detector's box of a row is often taller than the row); a strip
+    // above a plate (a country's name, a dealer's line) is much lower.
+    static bool RowsOfOnePlate(const cv::Rect& upper, const cv::Rect& lower) {
+        const int overlap = std::min(upper.br().x, lower.br().x) - std::max(upper.x, lower.x);
+        return upper.height * 10 >= lower.height * 6 && lower.height * 10 >= upper.height * 6 &&
+               lower.y > upper.y + upper.height * 7 / 20 &&
+               lower.y <= upper.br().y + std::min(upper.height, lower.height) / 2 &&
+               overlap * 10 >= std::min(upper.width, lower.width) * 6;
+    }
+
+    // A reading of two rows already made over most of box (a square plate read whole, or
+    // another pair of its rows) whose characters the reader is as sure of stands.
+    bool SurerReadingOfTwoRows(const cv::Rect& box, const PlateReader::Text& text) const {
+        const int count = static_cast<int>(text.characters.size());
+        const int sum = std::accumulate(text.confidence.begin(), text.confidence.end(), 0);
+        return std::any_of(readings_.begin(), readings_.end(), [&](const Reading& reading) {
+            return reading.rows == 2 && (reading.box & box).area() * 2 > box.area() &&
+                   static_cast<long>(reading.score) * count >=
+                       static_cast<long>(sum) * reading.characters;
+        });
+    }
+
+    // True when row, read alone, starts whole or ends a longer whole. One character may
+    // differ: a row read alone and read in its plate can take an O for a 0.
     static bool HoldsAtAnEnd(const std::string& whole, const std::string& row) {
-        return !row.empty() && (whole.rfind(row, 0) == 0 ||
-                                (whole.size() > row.size() &&
-                                 whole.compare(whole.size() - row.size(), row.size(), row) == 0));
+        if (row.empty() || row.size() > whole.size())
+            return false;
+        const auto differences = [&](size_t from) {
+            size_t count = 0;
+            for (size_t k = 0; k < row.size(); ++k)
+                count += whole[from + k] != row[k];
+            return count;
+        };
+        const size_t allowed = row.size() >= 3 ? 1 : 0;
+        return differences(0) <= allowed ||
+               (whole.size() > row.size() && differences(whole.size() - row.size()) <= allowed);
     }
 
     // Reads one plate into the readings; returns its reading as a single row, for the
@@ -273,6 +299,7 @@ class PlateCore : public LPRPlugin {
         reading.box = box;
         reading.charHeight = charHeight;
         reading.characters = count;
+        reading.rows = text.rows;
         reading.rank = rank;
         reading.score = static_cast<unsigned>(
             std::accumulate(text.confidence.begin(), text.confidence.end(), 0));
