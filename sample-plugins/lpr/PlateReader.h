@@ -34,7 +34,7 @@ class PlateReader {
     // A plate of one row read from three cuts: the box as given, a little wider and a little
     // narrower. A detector's box often clips an end character or takes in a frame or an
     // emblem beside the plate; the reading most cuts agree on wins, the likeliest when they
-    // all differ.
+    // all differ. A box whose first cut reads as no row of a plate is not cut again.
     Text ReadAcrossCuts(const cv::Mat& grey, const cv::Rect& box);
     // A plate of two rows read one row at a time, each as wide as a plate of one row: for
     // square plates, whose rows side by side would leave each character too narrow.
