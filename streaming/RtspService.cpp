@@ -41,6 +41,8 @@ struct RtspService::Stream {
     uint32_t lastPush = 0;
     int windowPushes = 0;
     int measuredRate = 0;  // pictures a second of the last whole window; 0 before the first
+    // Pictures dropped unencoded because the one before had not left yet.
+    uint64_t dropped = 0;
     // The latest picture pushed, packed RGB, kept for snapshots whether anyone watches or not.
     std::vector<uint8_t> latest;
     int latestWidth = 0;
@@ -268,8 +270,10 @@ void RtspService::Stream::PushFrame(const uint8_t* data, int frameWidth, int fra
         encoder = std::make_unique<H264Encoder>(width, height, bitrate, FrameRate());
     // The earlier frame has not left yet: this one is dropped unencoded.
     const guint64 waiting = gst_app_src_get_current_level_bytes(GST_APP_SRC(source));
-    if (waiting > 0)
+    if (waiting > 0) {
+        ++dropped;
         return;
+    }
     // Nothing is queued here, and the encoder hands out no packet of 300,000 bytes or more,
     // so every packet fits the staging limit.
     const int count = encoder->Encode(data, frameWidth, frameHeight, packet);
@@ -454,6 +458,14 @@ bool RtspService::IsStreamLive(const std::string& name) const {
         return false;
     std::lock_guard<std::mutex> lock(stream->mutex);
     return stream->alive;
+}
+
+uint64_t RtspService::DroppedStreamFrames(const std::string& name) const {
+    const auto stream = Find(name);
+    if (!stream)
+        return 0;
+    std::lock_guard<std::mutex> lock(stream->mutex);
+    return stream->dropped;
 }
 
 void RtspService::SetStreamSize(int width, int height, const std::string& name) {

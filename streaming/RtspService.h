@@ -48,6 +48,9 @@ class RtspService : public StreamServices {
     // True while the stream has a live source, that is while a client plays it: only then are
     // its frames encoded.
     bool IsStreamLive(const std::string& name) const;
+    // Pictures of the stream dropped unencoded since it was added, because the picture before
+    // had not yet been taken by the clients' pipeline (a live stream never queues).
+    uint64_t DroppedStreamFrames(const std::string& name) const;
     void SetStreamSize(int width, int height, const std::string& name) override;
     void PushStreamFrame(const uint8_t* data, int width, int height,
                          const std::string& name) override;

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cmath>
 #include <cstdio>
@@ -315,7 +316,8 @@ TEST(RtspService, EveryPictureReachesFfmpegAndGStreamerClientsWholeAndInOrder) {
     // 100 numbered pictures at 10 a second; three clients decode them to RGB at once: ffmpeg
     // over TCP and over UDP, GStreamer over TCP. Each picture a client shows is the one pushed
     // with its number (PSNR above 30 dB), and from the first it shows to the last none is
-    // missing or doubled.
+    // missing or doubled, but for those the service itself dropped because the picture before
+    // had not left yet (on a loaded machine; a live stream never queues).
     RtspService service("127.0.0.1", TestPort());
     service.Start();
     ASSERT_TRUE(WaitRunning(service));
@@ -323,12 +325,16 @@ TEST(RtspService, EveryPictureReachesFfmpegAndGStreamerClientsWholeAndInOrder) {
     constexpr int kPictures = 100;
     std::atomic<int> pushing{0};
     std::atomic<bool> stop{false};
+    std::array<std::atomic<bool>, kPictures> droppedByService{};
     std::thread producer([&] {
         const auto started = std::chrono::steady_clock::now();
         for (int frame = 0; !stop; ++frame) {
             const std::vector<uint8_t> picture = NumberedPicture(std::min(frame, kPictures - 1));
             service.SetStreamSize(kNumberedWidth, kNumberedHeight, "Numbered");
+            const uint64_t dropped = service.DroppedStreamFrames("Numbered");
             service.PushStreamFrame(picture.data(), kNumberedWidth, kNumberedHeight, "Numbered");
+            if (frame < kPictures && service.DroppedStreamFrames("Numbered") > dropped)
+                droppedByService[static_cast<size_t>(frame)] = true;
             pushing = frame;
             std::this_thread::sleep_until(started + (frame + 1) * std::chrono::milliseconds(100));
         }
@@ -359,6 +365,9 @@ TEST(RtspService, EveryPictureReachesFfmpegAndGStreamerClientsWholeAndInOrder) {
             const int number = NumberOf(picture);
             if (expected >= 0 && number == kPictures - 1 && expected > kPictures - 1)
                 continue;  // the last picture, pushed again after the numbered run
+            while (expected >= 0 && expected < std::min(number, kPictures) &&
+                   droppedByService[static_cast<size_t>(expected)])
+                ++expected;
             if (expected >= 0) {
                 EXPECT_EQ(number, expected) << "picture after " << expected - 1;
             }
@@ -370,6 +379,8 @@ TEST(RtspService, EveryPictureReachesFfmpegAndGStreamerClientsWholeAndInOrder) {
     }
     stop = true;
     producer.join();
+    // Dropping is for a loaded moment, not a habit.
+    EXPECT_LE(std::count(droppedByService.begin(), droppedByService.end(), true), kPictures / 10);
 }
 
 TEST(RtspService, EveryPictureIsClosedAsItLeaves) {
