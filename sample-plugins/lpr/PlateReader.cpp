@@ -35,6 +35,13 @@ cv::Rect PlateReader::Surroundings(const cv::Rect& box, const cv::Size& picture)
            cv::Rect(cv::Point(0, 0), picture);
 }
 
+std::array<cv::Rect, 2> PlateReader::Rows(const cv::Rect& box) {
+    // Each a little more than half the plate: rows are seldom split evenly.
+    const int rowHeight = box.height * 56 / 100;
+    return {cv::Rect(box.x, box.y, box.width, rowHeight),
+            cv::Rect(box.x, box.br().y - rowHeight, box.width, rowHeight)};
+}
+
 PlateReader::PlateReader(const std::string& modelFile)
     : net_(LoadOnnxNetwork(modelFile)), ready_(!net_.empty()) {}
 
@@ -53,12 +60,11 @@ PlateReader::Text PlateReader::Read(const cv::Mat& grey, const cv::Rect& box, in
         return Text();
     if (rows != 2)
         return Decode(Squeezed(grey, box, kInput));
-    // Two rows side by side, the upper one first, each a little more than half the plate.
-    const int rowHeight = box.height * 56 / 100;
+    // Two rows side by side, the upper one first.
+    const auto [upperRow, lowerRow] = Rows(box);
     const cv::Size half(kInput.width / 2, kInput.height);
-    const cv::Mat upper = Squeezed(grey, cv::Rect(box.x, box.y, box.width, rowHeight), half);
-    const cv::Mat lower =
-        Squeezed(grey, cv::Rect(box.x, box.br().y - rowHeight, box.width, rowHeight), half);
+    const cv::Mat upper = Squeezed(grey, upperRow, half);
+    const cv::Mat lower = Squeezed(grey, lowerRow, half);
     if (upper.empty() || lower.empty())
         return Text();
     cv::Mat both;
@@ -102,10 +108,9 @@ PlateReader::Text PlateReader::MostAgreed(std::vector<Text> texts) {
 PlateReader::Text PlateReader::ReadRowsApart(const cv::Mat& grey, const cv::Rect& box) {
     if (!ready_)
         return Text();
-    const int rowHeight = box.height * 56 / 100;
-    std::vector<Text> rows = DecodeAll(
-        {Squeezed(grey, cv::Rect(box.x, box.y, box.width, rowHeight), kInput),
-         Squeezed(grey, cv::Rect(box.x, box.br().y - rowHeight, box.width, rowHeight), kInput)});
+    const auto [upperRow, lowerRow] = Rows(box);
+    std::vector<Text> rows =
+        DecodeAll({Squeezed(grey, upperRow, kInput), Squeezed(grey, lowerRow, kInput)});
     Text text = std::move(rows[0]);
     const Text& lower = rows[1];
     text.characters += lower.characters;

@@ -47,6 +47,8 @@ class PlateReader {
                      int* confidence);
 
   private:
+    // The upper and lower rows of a plate of two rows.
+    static std::array<cv::Rect, 2> Rows(const cv::Rect& box);
     static cv::Mat Squeezed(const cv::Mat& grey, const cv::Rect& box, const cv::Size& size);
     Text Decode(const cv::Mat& squeezed);
     // The reading most of texts agree on, the likeliest of those tied.
