@@ -11,7 +11,6 @@
 #include <cmath>
 #include <cstdio>
 #include <memory>
-#include <numeric>
 #include <optional>
 #include <string>
 #include <vector>
@@ -181,8 +180,7 @@ class PlateCore : public LPRPlugin {
     // plate's reading.
     static bool Confident(const PlateReader::Text& text) {
         const int count = static_cast<int>(text.characters.size());
-        return count > 0 && std::accumulate(text.confidence.begin(), text.confidence.end(), 0) >=
-                                count * kStackedConfidence;
+        return count > 0 && text.ConfidenceSum() >= count * kStackedConfidence;
     }
 
     // A square plate's rows are read one at a time; a wider one's side by side.
@@ -243,7 +241,7 @@ class PlateCore : public LPRPlugin {
     // another pair of its rows) whose characters the reader is as sure of stands.
     bool SurerReadingOfTwoRows(const cv::Rect& box, const PlateReader::Text& text) const {
         const int count = static_cast<int>(text.characters.size());
-        const int sum = std::accumulate(text.confidence.begin(), text.confidence.end(), 0);
+        const int sum = text.ConfidenceSum();
         return std::any_of(readings_.begin(), readings_.end(), [&](const Reading& reading) {
             return reading.rows == 2 && (reading.box & box).area() * 2 > box.area() &&
                    static_cast<long>(reading.score) * count >=
@@ -301,8 +299,7 @@ class PlateCore : public LPRPlugin {
         reading.characters = count;
         reading.rows = text.rows;
         reading.rank = rank;
-        reading.score = static_cast<unsigned>(
-            std::accumulate(text.confidence.begin(), text.confidence.end(), 0));
+        reading.score = static_cast<unsigned>(text.ConfidenceSum());
         const int formFactor = box.width * 100 / std::max(box.height, 1);
         reading.plate = text.characters;
         if (matcher_ != nullptr && matcher_->Active()) {

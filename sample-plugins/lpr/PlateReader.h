@@ -1,5 +1,6 @@
 #pragma once
 #include <array>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,10 @@ class PlateReader {
         std::vector<std::array<float, kClasses>> columns;  // probabilities, one a character
         double logScore = 0.0;  // log probability of the best path, for ranking cuts
         int rows = 1;
+
+        int ConfidenceSum() const {
+            return std::accumulate(confidence.begin(), confidence.end(), 0);
+        }
     };
 
     explicit PlateReader(const std::string& modelFile);
