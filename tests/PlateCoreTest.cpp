@@ -256,3 +256,30 @@ TEST(PlateReaderCuts, CutsReadInOnePassReadAsEachReadsAlone) {
     EXPECT_EQ(both.characters, upper.characters + lower.characters);
     EXPECT_NEAR(both.logScore, (upper.logScore + lower.logScore) / 2, 1e-3);
 }
+
+// A camera close to the road: one region for every plate it may see, characters 14 to 80
+// pixels high, and the plate of a car at the barrier filling most of the picture.
+TEST_F(PlateCoreTest, AWideRangeRegionReadsAPlateThatFillsThePicture) {
+    Init("0", 14, 80);
+    std::mt19937 rng(19);
+    int right = 0;
+    int total = 0;
+    std::string misread;
+    for (const int height : {50, 60, 70, 80}) {
+        for (int i = 0; i < 6; ++i) {
+            const std::string plate = plateart::RandomEuropeanPlate(rng);
+            const cv::Mat car = plateart::CarInLane(plate, height, i * 23);
+            const cv::Rect box = PlateBox(car, plate, height);
+            const cv::Rect closeUp(box.x - box.width / 4, box.y - box.height * 3 / 2,
+                                   box.width * 3 / 2, box.height * 4);
+            const std::string read = FirstReading(car(closeUp));
+            ++total;
+            if (read == plate)
+                ++right;
+            else
+                misread += " " + plate + "@" + std::to_string(height) + "->" +
+                           (read.empty() ? "(none)" : read);
+        }
+    }
+    EXPECT_GE(right * 100, total * 90) << right << " of " << total << ":" << misread;
+}

@@ -269,7 +269,9 @@ class PlateCore : public LPRPlugin {
     // stacked-rows pass (none when its size is out of the region's range).
     std::optional<std::string> ReadPlate(const cv::Mat& grey, const PlateDetector::Plate& plate) {
         const int charHeight = CharacterHeight(plate.box);
-        if (charHeight < minHeight_ * 2 / 3 || charHeight > maxHeight_ * 3 / 2)
+        // Up to twice the tallest asked for: the detector's box of a large plate is often much
+        // taller than the plate (its frame, the lines above and below it).
+        if (charHeight < minHeight_ * 2 / 3 || charHeight > maxHeight_ * 2)
             return std::nullopt;
         PlateReader::Text text = reader_->ReadAcrossCuts(grey, plate.box);
         const std::string oneRow = text.characters;
