@@ -1,7 +1,7 @@
 // The shipped plate reader, loaded from disk as the region threads load it: drawn plates of
 // the stock layouts read at every character height, the contract's score and tags, plates
 // light on dark, tilted or in two rows, pictures that hold no plate at all, and the sequence
-// reader reading several cuts in one pass.
+// reader reading several cuts in one pass, and the order of a picture's readings.
 #include <algorithm>
 #include <chrono>
 #include <numeric>
@@ -14,6 +14,7 @@
 
 #include "PlateArt.h"
 #include "PlateReader.h"
+#include "PlateReading.h"
 #include "corvane/LPRPlugin.h"
 #include "platform/FileSystem.h"
 #include "plugins/PluginLPRManager.h"
@@ -282,4 +283,41 @@ TEST_F(PlateCoreTest, AWideRangeRegionReadsAPlateThatFillsThePicture) {
         }
     }
     EXPECT_GE(right * 100, total * 90) << right << " of " << total << ":" << misread;
+}
+
+// Readings of one plate from the detector's boxes, as a picture of a close car gives them: a
+// box clipping the plate's ends reads fewer characters, surer of them.
+TEST(PlateReadingRanks, AWiderBoxHoldingAReadingGoesBeforeIt) {
+    const auto reading = [](const std::string& plate, cv::Rect box, double rank) {
+        PlateReading r;
+        r.plate = plate;
+        r.box = box;
+        r.rank = rank;
+        return r;
+    };
+    const auto first = [](std::vector<PlateReading> readings) {
+        RankWholeReadingsFirst(readings);
+        return std::max_element(
+                   readings.begin(), readings.end(),
+                   [](const PlateReading& a, const PlateReading& b) { return a.rank < b.rank; })
+            ->plate;
+    };
+    const cv::Rect whole(100, 50, 400, 100);
+    const cv::Rect clipped(160, 55, 300, 90);
+    EXPECT_EQ(first({reading("DXY74", clipped, -0.7), reading("GDXY747", whole, -0.8)}), "GDXY747");
+    // Each in turn: the whole plate holds a part that holds a smaller part the whole plate's
+    // box barely reaches.
+    EXPECT_EQ(
+        first({reading("GDXY747", whole, -1.5), reading("DXY74", cv::Rect(300, 50, 350, 100), -0.9),
+               reading("XY7", cv::Rect(450, 50, 150, 100), -0.2)}),
+        "GDXY747");
+    // A narrower box that reads a character more took in something beside the plate.
+    EXPECT_EQ(first({reading("7202CHW", clipped, -0.5),
+                     reading("N7202CHW", cv::Rect(150, 50, 280, 100), -0.6)}),
+              "7202CHW");
+    // Another plate elsewhere, or a reading that differs, does not count.
+    EXPECT_EQ(first({reading("DXY74", clipped, -0.7),
+                     reading("GDXY747", cv::Rect(600, 50, 400, 100), -0.8)}),
+              "DXY74");
+    EXPECT_EQ(first({reading("DXY74", clipped, -0.7), reading("GDXY7A7", whole, -0.8)}), "DXY74");
 }

@@ -22,21 +22,11 @@
 #include "PlateDetector.h"
 #include "PlateLeveller.h"
 #include "PlateReader.h"
+#include "PlateReading.h"
 #include "TemplateMatcher.h"
 #include "corvane/LPRPlugin.h"
 
 namespace {
-
-struct Reading {
-    std::string plate;
-    unsigned score = 0;
-    cv::Rect box;
-    int charHeight = 0;
-    int characters = 0;
-    int rows = 1;
-    std::string tags;
-    double rank = 0.0;
-};
 
 // The folder of this library, where its models folder is. Taken when the library is loaded:
 // the name the loader keeps may be relative to the working folder of that moment.
@@ -103,9 +93,11 @@ class PlateCore : public LPRPlugin {
         for (const auto& plate : plates)
             oneRow.push_back(ReadPlate(grey, plate));
         ReadStackedRows(grey, plates, oneRow);
+        RankWholeReadingsFirst(readings_);
         // The likeliest reading first: the gate and the result view take the first.
-        std::stable_sort(readings_.begin(), readings_.end(),
-                         [](const Reading& a, const Reading& b) { return a.rank > b.rank; });
+        std::stable_sort(
+            readings_.begin(), readings_.end(),
+            [](const PlateReading& a, const PlateReading& b) { return a.rank > b.rank; });
     }
 
     int GetResultCount() override { return static_cast<int>(readings_.size()); }
@@ -114,7 +106,7 @@ class PlateCore : public LPRPlugin {
                    int* aux, std::string* tags) override {
         if (index < 0 || index >= static_cast<int>(readings_.size()))
             return;
-        const Reading& reading = readings_[static_cast<size_t>(index)];
+        const PlateReading& reading = readings_[static_cast<size_t>(index)];
         if (plate != nullptr)
             *plate = reading.plate;
         if (score != nullptr)
@@ -218,7 +210,7 @@ class PlateCore : public LPRPlugin {
                     !HoldsAtAnEnd(text.characters, rowText(j)))
                     continue;
                 double best = -1e9;
-                for (const Reading& reading : readings_)
+                for (const PlateReading& reading : readings_)
                     best = std::max(best, reading.rank);
                 GuidedReread(text);
                 AddReading(text, upper | lower, std::max(text.logScore, best) + 0.01,
@@ -242,7 +234,7 @@ class PlateCore : public LPRPlugin {
     bool SurerReadingOfTwoRows(const cv::Rect& box, const PlateReader::Text& text) const {
         const int count = static_cast<int>(text.characters.size());
         const int sum = text.ConfidenceSum();
-        return std::any_of(readings_.begin(), readings_.end(), [&](const Reading& reading) {
+        return std::any_of(readings_.begin(), readings_.end(), [&](const PlateReading& reading) {
             return reading.rows == 2 && (reading.box & box).area() * 2 > box.area() &&
                    static_cast<long>(reading.score) * count >=
                        static_cast<long>(sum) * reading.characters;
@@ -295,7 +287,7 @@ class PlateCore : public LPRPlugin {
         const int count = static_cast<int>(text.characters.size());
         if (count < kMinPlateCharacters || count > kMaxPlateCharacters)
             return;
-        Reading reading;
+        PlateReading reading;
         reading.box = box;
         reading.charHeight = charHeight;
         reading.characters = count;
@@ -322,7 +314,7 @@ class PlateCore : public LPRPlugin {
     std::unique_ptr<PlateDetector> detector_;
     std::unique_ptr<PlateReader> reader_;
     std::unique_ptr<TemplateMatcher> matcher_;
-    std::vector<Reading> readings_;
+    std::vector<PlateReading> readings_;
 };
 
 }  // namespace
