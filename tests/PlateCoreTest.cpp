@@ -13,6 +13,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include "PlateArt.h"
+#include "PlateLeveller.h"
 #include "PlateReader.h"
 #include "PlateReading.h"
 #include "corvane/LPRPlugin.h"
@@ -320,4 +321,29 @@ TEST(PlateReadingRanks, AWiderBoxHoldingAReadingGoesBeforeIt) {
                      reading("GDXY747", cv::Rect(600, 50, 400, 100), -0.8)}),
               "DXY74");
     EXPECT_EQ(first({reading("DXY74", clipped, -0.7), reading("GDXY7A7", whole, -0.8)}), "DXY74");
+}
+
+// The slant search looks at every fourth degree, then at each degree around the best: a plate
+// turned by any whole degree within the search is found to within a degree.
+TEST(PlateLevellerSlant, FindsEveryTurnWithinADegree) {
+    std::mt19937 rng(23);
+    std::string missed;
+    for (int degrees = -18; degrees <= 18; degrees += 1) {
+        const std::string plate = plateart::RandomEuropeanPlate(rng);
+        const cv::Mat car = plateart::CarInLane(plate, 30, degrees + 20);
+        const cv::Rect at = PlateBox(car, plate, 30);
+        cv::Mat turned;
+        cv::warpAffine(
+            car, turned,
+            cv::getRotationMatrix2D(cv::Point2f(at.x + at.width / 2.0f, at.y + at.height / 2.0f),
+                                    degrees, 1.0),
+            car.size(), cv::INTER_LINEAR, cv::BORDER_REPLICATE);
+        // The turned plate's upright bounding box, as the detector would give it.
+        const cv::RotatedRect rotated(cv::Point2f(at.x + at.width / 2.0f, at.y + at.height / 2.0f),
+                                      cv::Size2f(at.size()), static_cast<float>(-degrees));
+        const double found = PlateLeveller::Slant(turned, rotated.boundingRect());
+        if (std::abs(found - degrees) > 1.0)
+            missed += " " + std::to_string(degrees) + "->" + std::to_string(found);
+    }
+    EXPECT_TRUE(missed.empty()) << missed;
 }

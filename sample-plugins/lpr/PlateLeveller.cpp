@@ -11,6 +11,7 @@ namespace {
 
 constexpr double kSearchDegrees = 20.0;
 constexpr double kStepDegrees = 1.0;
+constexpr double kRoughStepDegrees = 4.0;
 constexpr int kWorkHeight = 48;  // the plate is judged at this height, for speed
 
 constexpr double kPi = 3.14159265358979323846;
@@ -48,17 +49,23 @@ double PlateLeveller::Slant(const cv::Mat& grey, const cv::Rect& box) {
     cv::Sobel(small, dx, CV_32F, 1, 0);
     cv::Sobel(small, dy, CV_32F, 0, 1);
     cv::magnitude(dx, dy, edges);
-    double best = 0.0;
-    double bestSharpness = -1.0;
-    for (double degrees = -kSearchDegrees; degrees <= kSearchDegrees; degrees += kStepDegrees) {
-        // Turning the picture by -slant makes a plate slanted by slant level.
-        const double sharpness = RowSharpness(Turned(edges, -degrees));
-        if (sharpness > bestSharpness) {
-            bestSharpness = sharpness;
-            best = degrees;
+    // Every fourth degree first, then each degree around the best of those.
+    const auto sharpest = [&](double from, double to, double step, double best) {
+        double bestSharpness = -1.0;
+        for (double degrees = from; degrees <= to + 1e-9; degrees += step) {
+            // Turning the picture by -slant makes a plate slanted by slant level.
+            const double sharpness = RowSharpness(Turned(edges, -degrees));
+            if (sharpness > bestSharpness) {
+                bestSharpness = sharpness;
+                best = degrees;
+            }
         }
-    }
-    return best;
+        return best;
+    };
+    const double rough = sharpest(-kSearchDegrees, kSearchDegrees, kRoughStepDegrees, 0.0);
+    return sharpest(std::max(-kSearchDegrees, rough - kRoughStepDegrees + kStepDegrees),
+                    std::min(kSearchDegrees, rough + kRoughStepDegrees - kStepDegrees),
+                    kStepDegrees, rough);
 }
 
 std::optional<PlateLeveller::Levelled> PlateLeveller::Level(const cv::Mat& grey,

@@ -6,7 +6,8 @@
 // Turns a slanted plate level before it is read. The reader learnt plates turned by a few
 // degrees; a camera that sees the road at an angle gives more. The slant is the turn that makes
 // the plate's rows of edges sharpest (the row sums of its edge strength vary most), searched
-// over +-20 degrees; a plate within kLevelDegrees of level is left as it is.
+// over +-20 degrees, every fourth degree and then each degree around the best of those; a
+// plate within kLevelDegrees of level is left as it is.
 class PlateLeveller {
   public:
     static constexpr double kLevelDegrees = 4.0;
