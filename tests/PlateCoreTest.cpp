@@ -1,7 +1,8 @@
 // The shipped plate reader, loaded from disk as the region threads load it: drawn plates of
 // the stock layouts read at every character height, the contract's score and tags, plates
-// light on dark, tilted or in two rows, pictures that hold no plate at all, and the sequence
-// reader reading several cuts in one pass, and the order of a picture's readings.
+// light on dark, tilted, in two rows or filling the picture, pictures that hold no plate at
+// all; and its parts: the sequence reader reading several cuts in one pass, the order of a
+// picture's readings, the slant search.
 #include <algorithm>
 #include <chrono>
 #include <numeric>
