@@ -3,11 +3,13 @@
 // Process in grey as the region thread gives it; the first reading is compared to PLATE
 // (letters and digits, case and separators ignored).
 //
-//   corvane_plate_set_bench [--one-core] [--list] FOLDER[@MIN_TOP1] ...
+//   corvane_plate_set_bench [--one-core] [--list] [--close FRACTION] FOLDER[@MIN_TOP1] ...
 //
 // Prints per folder: pictures, top-1, nothing read, character accuracy (1 - edit distance /
 // length) and ms a picture. With @MIN_TOP1 the exit status is 1 when a folder's top-1 is
-// under it; a folder that is missing gives status 77 (skipped).
+// under it; a folder that is missing gives status 77 (skipped). --close cuts each picture
+// around its plate, as a camera close to the barrier sees it: 4:3, the plate FRACTION of its
+// width, scaled to 800 pixels wide (as tools/plate-reader/derive_set.py --plate-fraction).
 #include <dirent.h>
 #include <unistd.h>
 #include <algorithm>
@@ -23,6 +25,7 @@
 #include <opencv2/core/core_c.h>
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
 
 #include "ShippedReader.h"
 #include "corvane/LPRPlugin.h"
@@ -33,8 +36,11 @@ namespace {
 
 struct Sample {
     std::string image;
+    cv::Rect box;
     std::string plate;
 };
+
+constexpr double kCloseUpWidth = 800.0;
 
 std::string Canonical(const std::string& text) {
     std::string out;
@@ -78,7 +84,10 @@ std::vector<Sample> LoadFolder(const std::string& folder) {
         for (std::string field; std::getline(split, field, '\t');)
             fields.push_back(field);
         if (fields.size() >= 6)
-            samples.push_back({folder + "/" + fields[0], Canonical(fields[5])});
+            samples.push_back({folder + "/" + fields[0],
+                               cv::Rect(std::atoi(fields[1].c_str()), std::atoi(fields[2].c_str()),
+                                        std::atoi(fields[3].c_str()), std::atoi(fields[4].c_str())),
+                               Canonical(fields[5])});
     }
     ::closedir(dir);
     std::sort(samples.begin(), samples.end(),
@@ -106,6 +115,21 @@ std::string FirstReading(LPRPlugin& reader, const cv::Mat& grey, double* ms) {
     return Canonical(plate);
 }
 
+cv::Mat CloseUp(const cv::Mat& grey, const cv::Rect& plate, double fraction) {
+    const double width = plate.width / fraction;
+    const int x = std::max(0, static_cast<int>(plate.x + plate.width / 2.0 - width / 2));
+    const int y = std::max(0, static_cast<int>(plate.y + plate.height / 2.0 - width * 0.3));
+    const cv::Rect cut = cv::Rect(x, y, static_cast<int>(width), static_cast<int>(width * 0.75)) &
+                         cv::Rect(0, 0, grey.cols, grey.rows);
+    if (plate.width <= 0 || cut.width < 2 || cut.height < 2)
+        return cv::Mat();
+    const double scale = kCloseUpWidth / cut.width;
+    cv::Mat closeUp;
+    cv::resize(grey(cut), closeUp, cv::Size(), scale, scale,
+               scale > 1.0 ? cv::INTER_CUBIC : cv::INTER_AREA);
+    return closeUp;
+}
+
 std::string WorkingDirectory() {
     char path[4096];
     return ::getcwd(path, sizeof path) != nullptr ? std::string(path) : std::string(".");
@@ -115,6 +139,7 @@ std::string WorkingDirectory() {
 
 int main(int argc, char** argv) {
     bool list = false;
+    double close = 0.0;
     std::vector<std::string> folders;
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
@@ -122,6 +147,8 @@ int main(int argc, char** argv) {
             cv::setNumThreads(1);
         else if (arg == "--list")
             list = true;
+        else if (arg == "--close" && i + 1 < argc)
+            close = std::atof(argv[++i]);
         else if (!arg.empty() && arg[0] != '/')
             folders.push_back(WorkingDirectory() + "/" + arg);  // before the chdir
         else
@@ -151,7 +178,9 @@ int main(int argc, char** argv) {
         double characters = 0.0;
         double ms = 0.0;
         for (const Sample& sample : samples) {
-            const cv::Mat grey = cv::imread(sample.image, cv::IMREAD_GRAYSCALE);
+            cv::Mat grey = cv::imread(sample.image, cv::IMREAD_GRAYSCALE);
+            if (close > 0.0 && !grey.empty())
+                grey = CloseUp(grey, sample.box, close);
             double took = 0.0;
             const std::string read =
                 grey.empty() ? std::string() : FirstReading(*reader, grey, &took);
