@@ -116,10 +116,14 @@ std::string FirstReading(LPRPlugin& reader, const cv::Mat& grey, double* ms) {
 }
 
 cv::Mat CloseUp(const cv::Mat& grey, const cv::Rect& plate, double fraction) {
-    const double width = plate.width / fraction;
-    const int x = std::max(0, static_cast<int>(plate.x + plate.width / 2.0 - width / 2));
-    const int y = std::max(0, static_cast<int>(plate.y + plate.height / 2.0 - width * 0.3));
-    const cv::Rect cut = cv::Rect(x, y, static_cast<int>(width), static_cast<int>(width * 0.75)) &
+    // Bounded by the picture before it becomes pixels: an annotation may be anything.
+    const double width = std::min<double>(plate.width / fraction, grey.cols);
+    const int x = static_cast<int>(
+        std::clamp(plate.x + plate.width / 2.0 - width / 2, 0.0, static_cast<double>(grey.cols)));
+    const int y = static_cast<int>(std::clamp(plate.y + plate.height / 2.0 - width * 0.3, 0.0,
+                                              static_cast<double>(grey.rows)));
+    const cv::Rect cut = cv::Rect(x, y, static_cast<int>(width),
+                                  static_cast<int>(std::min<double>(width * 0.75, grey.rows))) &
                          cv::Rect(0, 0, grey.cols, grey.rows);
     if (plate.width <= 0 || cut.width < 2 || cut.height < 2)
         return cv::Mat();
