@@ -20,6 +20,11 @@ int Aligned(double length) {
     return std::max(kAlign, static_cast<int>(std::lround(length / kAlign)) * kAlign);
 }
 
+// The picture's size at scale, each side a multiple of what the network needs.
+cv::Size AlignedSize(const cv::Size& picture, double scale) {
+    return cv::Size(Aligned(picture.width * scale), Aligned(picture.height * scale));
+}
+
 float Sigmoid(float x) {
     return 1.0f / (1.0f + std::exp(-x));
 }
@@ -111,8 +116,7 @@ std::vector<PlateDetector::Plate> PlateDetector::Find(const cv::Mat& grey, int m
         return plates;
     const double fine = InputScale(grey.size(), minCharHeight, maxCharHeight);
     cv::Mat fineInput;
-    cv::resize(grey, fineInput, cv::Size(Aligned(grey.cols * fine), Aligned(grey.rows * fine)), 0,
-               0, cv::INTER_AREA);
+    cv::resize(grey, fineInput, AlignedSize(grey.size(), fine), 0, 0, cv::INTER_AREA);
     plates = Strongest(FindAt(fine_, fineInput, grey.size(), minScore), kMaxPlates);
     const double coarse = CoarseScale(grey.size(), minCharHeight, maxCharHeight);
     if (coarse <= 0.0 || grey.cols * coarse < kAlign || grey.rows * coarse < kAlign)
@@ -120,9 +124,7 @@ std::vector<PlateDetector::Plate> PlateDetector::Find(const cv::Mat& grey, int m
     // The coarse pass adds the plates too wide for the fine one. Its input is made from the
     // fine one's: shrinking the whole picture again costs more than the pass.
     cv::Mat coarseInput;
-    cv::resize(fineInput, coarseInput,
-               cv::Size(Aligned(grey.cols * coarse), Aligned(grey.rows * coarse)), 0, 0,
-               cv::INTER_AREA);
+    cv::resize(fineInput, coarseInput, AlignedSize(grey.size(), coarse), 0, 0, cv::INTER_AREA);
     std::vector<Plate> wide;
     for (const Plate& plate : FindAt(coarse_, coarseInput, grey.size(), minScore))
         if (plate.box.width * fine >= kWidePlate)
