@@ -95,7 +95,12 @@ std::vector<Sample> LoadFolder(const std::string& folder) {
     return samples;
 }
 
-std::string FirstReading(LPRPlugin& reader, const cv::Mat& grey, double* ms) {
+struct Reading {
+    std::string plate;
+    cv::Rect box;
+};
+
+Reading FirstReading(LPRPlugin& reader, const cv::Mat& grey, double* ms) {
     cv::Mat copy = grey.clone();
     IplImage image = cvIplImage(copy);
     const auto start = std::chrono::steady_clock::now();
@@ -104,7 +109,7 @@ std::string FirstReading(LPRPlugin& reader, const cv::Mat& grey, double* ms) {
     *ms =
         std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
     if (reader.GetResultCount() == 0)
-        return std::string();
+        return {};
     std::string plate;
     unsigned score = 0;
     int rect[4] = {0, 0, 0, 0};
@@ -112,7 +117,12 @@ std::string FirstReading(LPRPlugin& reader, const cv::Mat& grey, double* ms) {
     int aux = 0;
     std::string tags;
     reader.GetResult(0, &plate, &score, rect, &charHeight, &aux, &tags);
-    return Canonical(plate);
+    return {Canonical(plate), cv::Rect(rect[0], rect[1], rect[2], rect[3])};
+}
+
+std::string BoxText(const cv::Rect& box) {
+    return std::to_string(box.x) + "," + std::to_string(box.y) + " " + std::to_string(box.width) +
+           "x" + std::to_string(box.height);
 }
 
 cv::Mat CloseUp(const cv::Mat& grey, const cv::Rect& plate, double fraction) {
@@ -186,8 +196,8 @@ int main(int argc, char** argv) {
             if (close > 0.0 && !grey.empty())
                 grey = CloseUp(grey, sample.box, close);
             double took = 0.0;
-            const std::string read =
-                grey.empty() ? std::string() : FirstReading(*reader, grey, &took);
+            const Reading reading = grey.empty() ? Reading() : FirstReading(*reader, grey, &took);
+            const std::string& read = reading.plate;
             ms += took;
             right += read == sample.plate ? 1 : 0;
             nothing += read.empty() ? 1 : 0;
@@ -195,8 +205,10 @@ int main(int argc, char** argv) {
                 std::max(0.0, 1.0 - static_cast<double>(EditDistance(read, sample.plate)) /
                                         static_cast<double>(sample.plate.size()));
             if (list && read != sample.plate)
-                std::printf("  %s: %s read as %s\n", sample.image.c_str(), sample.plate.c_str(),
-                            read.empty() ? "(nothing)" : read.c_str());
+                std::printf("  %s: %s at %s read as %s at %s\n", sample.image.c_str(),
+                            sample.plate.c_str(), BoxText(sample.box).c_str(),
+                            read.empty() ? "(nothing)" : read.c_str(),
+                            BoxText(reading.box).c_str());
         }
         const double n = static_cast<double>(samples.size());
         const double top1 = 100.0 * right / n;
