@@ -260,6 +260,38 @@ TEST(PlateReaderCuts, CutsReadInOnePassReadAsEachReadsAlone) {
     EXPECT_NEAR(both.logScore, (upper.logScore + lower.logScore) / 2, 1e-3);
 }
 
+// The detector's box of a plate four to five times as wide as high is often too short at one
+// end. Read from such boxes, drawn plates come out whole; their whole boxes read no more.
+TEST(PlateReaderCuts, ABoxShortOfAPlatesEndReadsTheWholePlate) {
+    PlateReader reader(std::string(CORVANE_APP_DIR) + "/plugin/lpr/models/plate_reader.onnx");
+    ASSERT_TRUE(reader.Ready());
+    std::mt19937 rng(29);
+    int clippedRight = 0;
+    int wholeRight = 0;
+    int total = 0;
+    std::string misread;
+    for (int i = 0; i < 12; ++i) {
+        const std::string plate = plateart::RandomEuropeanPlate(rng);
+        const int charHeight = 24 + i * 2;
+        const cv::Mat car = plateart::CarInLane(plate, charHeight, i * 19);
+        const cv::Rect whole = PlateBox(car, plate, charHeight);
+        // Two characters' width off the left end or the right one, as the detector clips.
+        const int off = whole.width * 2 / static_cast<int>(plate.size() + 1);
+        const cv::Rect clipped =
+            i % 2 == 0 ? cv::Rect(whole.x + off, whole.y, whole.width - off, whole.height)
+                       : cv::Rect(whole.x, whole.y, whole.width - off, whole.height);
+        const std::string fromClipped = reader.ReadAcrossCuts(car, clipped).characters;
+        const std::string fromWhole = reader.ReadAcrossCuts(car, whole).characters;
+        ++total;
+        clippedRight += fromClipped == plate ? 1 : 0;
+        wholeRight += fromWhole == plate ? 1 : 0;
+        if (fromClipped != plate || fromWhole != plate)
+            misread += " " + plate + "->" + fromClipped + "/" + fromWhole;
+    }
+    EXPECT_GE(clippedRight * 100, total * 75) << clippedRight << " of " << total << ":" << misread;
+    EXPECT_GE(wholeRight * 100, total * 90) << wholeRight << " of " << total << ":" << misread;
+}
+
 // A camera close to the road: one region for every plate it may see, characters 14 to 80
 // pixels high, and the plate of a car at the barrier filling most of the picture.
 TEST_F(PlateCoreTest, AWideRangeRegionReadsAPlateThatFillsThePicture) {

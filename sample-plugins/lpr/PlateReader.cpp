@@ -85,9 +85,28 @@ PlateReader::Text PlateReader::ReadAcrossCuts(const cv::Mat& grey, const cv::Rec
     std::vector<Text> others = DecodeAll(
         {Squeezed(grey, cv::Rect(box.x - 2 * unit, box.y, box.width + 4 * unit, box.height),
                   kInput),
-         Squeezed(grey, cv::Rect(box.x + unit, box.y, box.width - 2 * unit, box.height), kInput)});
+         Squeezed(grey, cv::Rect(box.x + unit, box.y, box.width - 2 * unit, box.height), kInput),
+         Squeezed(grey, cv::Rect(box.x - 8 * unit, box.y, box.width + 16 * unit, box.height),
+                  kInput)});
+    Text wide = std::move(others.back());
+    others.pop_back();
     std::move(others.begin(), others.end(), std::back_inserter(texts));
-    return MostAgreed(std::move(texts));
+    Text agreed = MostAgreed(std::move(texts));
+    // The three cuts agree just as well on a box that clips an end of a wide plate (the
+    // detector's boxes of plates four to five times as wide as high often do).
+    return Extends(wide, agreed) ? wide : agreed;
+}
+
+bool PlateReader::Extends(const Text& wide, const Text& narrow) {
+    const size_t count = narrow.characters.size();
+    const size_t at = wide.characters.find(narrow.characters);
+    if (count == 0 || at == std::string::npos || wide.characters.size() <= count ||
+        wide.characters.size() > count + kMostCharactersBeyond)
+        return false;
+    for (size_t k = 0; k < wide.characters.size(); ++k)
+        if ((k < at || k >= at + count) && wide.confidence[k] < kSureBeyond)
+            return false;
+    return true;
 }
 
 PlateReader::Text PlateReader::MostAgreed(std::vector<Text> texts) {
