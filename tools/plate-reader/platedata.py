@@ -198,6 +198,96 @@ def render_plate(rng, text=None, two_rows=False):
     return plate, text, char_box
 
 
+# European group layouts: L a letter, N a digit; between groups "-" a hyphen, " " a gap,
+# "*" an emblem (seals, a coat of arms).
+EUROPEAN_LAYOUTS = [
+    "LL-NNN-LL", "LL NNN LL", "NNNN LLL", "LL NN LLL", "L*LL NNNN", "LL*L NNN", "LLL*LL NN",
+    "LL*NNNN-LL", "LL*NNN-LL", "L*NNNNL", "LL NNNNN", "LLL NNNN", "NLN NNNN", "NN-LLL-N",
+    "LLNN LLL", "LL-NNNN", "NNN-LLL", "LL NNNN", "*LL NNNNN*", "NN LLL NN",
+]
+
+
+def _emblem(rng, width, height, ink):
+    """Something between groups that is no character: two seals one above the other, or a
+    shield with a pattern, in a grey of its own."""
+    out = np.zeros((height, width), np.float32)
+    alpha = np.zeros((height, width), np.float32)
+    shade = rng.uniform(60, 190)
+    if rng.random() < 0.5:
+        r = max(2, int(min(width, height / 2) * rng.uniform(0.35, 0.48)))
+        for cy in (height // 4, 3 * height // 4):
+            cv2.circle(alpha, (width // 2, cy), r, 1.0, -1, cv2.LINE_AA)
+            cv2.circle(out, (width // 2, cy), r, shade, -1, cv2.LINE_AA)
+            cv2.circle(out, (width // 2, cy), max(1, r * 2 // 3), float(ink), max(1, r // 6), cv2.LINE_AA)
+    else:
+        w2, top, bottom = width * rng.uniform(0.32, 0.45), height * 0.12, height * 0.88
+        pts = np.int32([[width / 2 - w2, top], [width / 2 + w2, top], [width / 2 + w2, height * 0.6],
+                        [width / 2, bottom], [width / 2 - w2, height * 0.6]])
+        cv2.fillPoly(alpha, [pts], 1.0, cv2.LINE_AA)
+        pattern = rng.uniform(0, 1, (4, 3)) * 120 + shade - 60
+        out[:] = cv2.resize(pattern.astype(np.float32), (width, height), interpolation=cv2.INTER_NEAREST)
+        cv2.polylines(out, [pts], True, float(ink), max(1, width // 16), cv2.LINE_AA)
+    return out, alpha
+
+
+def render_european_plate(rng):
+    """A European plate straight on, grey: groups apart by gaps, hyphens or emblems, the blue
+    band at the left, at times a band at the right end too, narrow margins (the plate is four
+    to five times as wide as high). Returns (image, text)."""
+    layout = EUROPEAN_LAYOUTS[rng.integers(len(EUROPEAN_LAYOUTS))]
+    text = "".join((LETTERS if k == "L" else DIGITS)[rng.integers(26 if k == "L" else 10)]
+                   for k in layout if k in "LN")
+    ch = 48
+    all_fonts = fonts()
+    glyphs = iter(_pil_glyphs(text, all_fonts[rng.integers(len(all_fonts))], ch, rng))
+    squeeze = rng.uniform(0.7, 1.05)
+    gap = int(ch * rng.uniform(0.05, 0.15))
+    pieces = []  # (kind, glyph or width)
+    for k in layout:
+        if k in "LN":
+            g = next(glyphs)
+            pieces.append(("glyph", cv2.resize(g, (max(1, int(g.shape[1] * squeeze)), ch))))
+        else:
+            pieces.append((k, int(ch * {"-": 0.45, " ": 0.35, "*": 0.7}[k])))
+    margin_x = int(ch * rng.uniform(0.12, 0.35))
+    top = int(ch * rng.uniform(0.12, 0.3))
+    bottom = int(ch * rng.uniform(0.12, 0.3))
+    inner = sum((p[1].shape[1] if p[0] == "glyph" else p[1]) + gap for p in pieces) - gap
+    width, height = inner + 2 * margin_x, top + bottom + ch
+    ground = rng.uniform(170, 255)
+    ink = rng.uniform(0, 60)
+    plate = np.full((height, width), ground, np.float32)
+    x = margin_x
+    for kind, piece in pieces:
+        if kind == "glyph":
+            alpha = piece.astype(np.float32) / 255.0
+            region = plate[top:top + ch, x:x + piece.shape[1]]
+            region[:] = region * (1 - alpha) + ink * alpha
+            x += piece.shape[1] + gap
+            continue
+        if kind == "-":
+            cv2.rectangle(plate, (x + piece // 4, top + ch // 2 - ch // 14),
+                          (x + 3 * piece // 4, top + ch // 2 + ch // 14), float(ink), -1)
+        elif kind == "*":
+            emblem, alpha = _emblem(rng, piece, ch, ink)
+            region = plate[top:top + ch, x:x + piece]
+            region[:] = region * (1 - alpha) + emblem * alpha
+        x += piece + gap
+    if rng.random() < 0.25:  # a band at the right end, with a number or a year in it
+        band = int(height * rng.uniform(0.3, 0.42))
+        plate = np.concatenate([plate, np.full((height, band), rng.uniform(35, 80), np.float32)], axis=1)
+        label = f"{rng.integers(1, 99):02d}" if rng.random() < 0.5 else f"{rng.integers(1995, 2030)}"
+        (tw, _), _ = cv2.getTextSize(label, cv2.FONT_HERSHEY_SIMPLEX, 1.0, 2)
+        scale = min(height / 110.0, band * 0.85 / tw)
+        cv2.putText(plate, label, (width + max(1, int((band - tw * scale) / 2)), int(height * 0.85)),
+                    cv2.FONT_HERSHEY_SIMPLEX, scale, 230.0, max(1, int(2 * scale)), cv2.LINE_AA)
+    plate = _with_band(np.clip(plate, 0, 255).astype(np.uint8), rng)
+    if rng.random() < 0.7:
+        cv2.rectangle(plate, (0, 0), (plate.shape[1] - 1, height - 1), float(ink),
+                      max(1, int(ch * rng.uniform(0.02, 0.08))))
+    return plate, text
+
+
 def _with_band(plate, rng):
     """The blue band of European plates on the left, seen in grey: dark, with a small
     country code in light letters and a ring of stars above it."""
@@ -298,9 +388,12 @@ def jitter_box(box, rng, amount=0.08):
     return (x + dx0, y + dy0, w - dx0 + dx1, h - dy0 + dy1)
 
 
-def synthetic_reader_sample(rng, backgrounds):
+def synthetic_reader_sample(rng, backgrounds, european_share=0.0):
     two_rows = rng.random() < 0.12
-    plate, text, _ = render_plate(rng, two_rows=two_rows)
+    if european_share > 0 and not two_rows and rng.random() < european_share:
+        plate, text = render_european_plate(rng)
+    else:
+        plate, text, _ = render_plate(rng, two_rows=two_rows)
     scale = rng.uniform(14, 60) / 48.0  # character height 14 to 60 px
     plate = cv2.resize(plate, None, fx=scale, fy=scale, interpolation=cv2.INTER_AREA)
     warped, mask, pts = warp_plate(plate, rng, max_tilt=8.0)
