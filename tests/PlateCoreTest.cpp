@@ -261,7 +261,8 @@ TEST(PlateReaderCuts, CutsReadInOnePassReadAsEachReadsAlone) {
 }
 
 // The detector's box of a plate four to five times as wide as high is often too short at one
-// end. Read from such boxes, drawn plates come out whole; their whole boxes read no more.
+// end. Read from such boxes, drawn plates come out whole; their whole boxes read no more (the
+// band of a small plate, a dark strip, is no character beyond the plate's end).
 TEST(PlateReaderCuts, ABoxShortOfAPlatesEndReadsTheWholePlate) {
     PlateReader reader(std::string(CORVANE_APP_DIR) + "/plugin/lpr/models/plate_reader.onnx");
     ASSERT_TRUE(reader.Ready());
@@ -272,7 +273,7 @@ TEST(PlateReaderCuts, ABoxShortOfAPlatesEndReadsTheWholePlate) {
     std::string misread;
     for (int i = 0; i < 12; ++i) {
         const std::string plate = plateart::RandomEuropeanPlate(rng);
-        const int charHeight = 24 + i * 2;
+        const int charHeight = 14 + i * 3;
         const cv::Mat car = plateart::CarInLane(plate, charHeight, i * 19);
         const cv::Rect whole = PlateBox(car, plate, charHeight);
         // Two characters' width off the left end or the right one, as the detector clips.
@@ -281,7 +282,13 @@ TEST(PlateReaderCuts, ABoxShortOfAPlatesEndReadsTheWholePlate) {
             i % 2 == 0 ? cv::Rect(whole.x + off, whole.y, whole.width - off, whole.height)
                        : cv::Rect(whole.x, whole.y, whole.width - off, whole.height);
         const std::string fromClipped = reader.ReadAcrossCuts(car, clipped).characters;
-        const std::string fromWhole = reader.ReadAcrossCuts(car, whole).characters;
+        // The characters without the band, as the detector often boxes a plate.
+        const int band = charHeight * 7 / 10;
+        const std::string fromWhole =
+            reader
+                .ReadAcrossCuts(car,
+                                cv::Rect(whole.x + band, whole.y, whole.width - band, whole.height))
+                .characters;
         ++total;
         clippedRight += fromClipped == plate ? 1 : 0;
         wholeRight += fromWhole == plate ? 1 : 0;
@@ -290,6 +297,28 @@ TEST(PlateReaderCuts, ABoxShortOfAPlatesEndReadsTheWholePlate) {
     }
     EXPECT_GE(clippedRight * 100, total * 75) << clippedRight << " of " << total << ":" << misread;
     EXPECT_GE(wholeRight * 100, total * 90) << wholeRight << " of " << total << ":" << misread;
+}
+
+// Small drawn plates read by the whole reader: the dark band beside the characters, which a
+// cut wider than the detector's box reaches, is no character of the plate. Five of these 128
+// plates gain one all the same, read inside the detector's own box (their bands, mostly stars
+// at this size, go unnoticed); the wider cut must add no more.
+TEST_F(PlateCoreTest, TheBandOfASmallPlateIsNoCharacterBeforeIt) {
+    std::mt19937 rng(31);
+    int banded = 0;
+    std::string misread;
+    for (const int height : {14, 16}) {
+        Init("0", height * 2 / 3, height * 3 / 2);
+        for (int i = 0; i < 64; ++i) {
+            const std::string plate = plateart::RandomEuropeanPlate(rng);
+            const std::string read = FirstReading(plateart::CarInLane(plate, height, i * 41));
+            if (read.size() == plate.size() + 1 && read.substr(1) == plate) {
+                ++banded;
+                misread += " " + plate + "->" + read;
+            }
+        }
+    }
+    EXPECT_LE(banded, 5) << misread;
 }
 
 // A camera close to the road: one region for every plate it may see, characters 14 to 80

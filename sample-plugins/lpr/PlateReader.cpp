@@ -82,19 +82,38 @@ PlateReader::Text PlateReader::ReadAcrossCuts(const cv::Mat& grey, const cv::Rec
     if (texts.front().characters.size() < kFewestCharacters)
         return std::move(texts.front());
     const int unit = box.width / 32;
+    const cv::Mat wideCut = Squeezed(
+        grey, cv::Rect(box.x - 8 * unit, box.y, box.width + 16 * unit, box.height), kInput);
     std::vector<Text> others = DecodeAll(
         {Squeezed(grey, cv::Rect(box.x - 2 * unit, box.y, box.width + 4 * unit, box.height),
                   kInput),
          Squeezed(grey, cv::Rect(box.x + unit, box.y, box.width - 2 * unit, box.height), kInput),
-         Squeezed(grey, cv::Rect(box.x - 8 * unit, box.y, box.width + 16 * unit, box.height),
-                  kInput)});
+         wideCut});
     Text wide = std::move(others.back());
     others.pop_back();
     std::move(others.begin(), others.end(), std::back_inserter(texts));
     Text agreed = MostAgreed(std::move(texts));
     // The three cuts agree just as well on a box that clips an end of a wide plate (the
     // detector's boxes of plates four to five times as wide as high often do).
-    return Extends(wide, agreed) ? wide : agreed;
+    if (!Extends(wide, agreed))
+        return agreed;
+    const size_t from = wide.characters.find(agreed.characters);
+    for (size_t k = 0; k < wide.characters.size(); ++k)
+        if ((k < from || k >= from + agreed.characters.size()) &&
+            !OnLightGround(wideCut, wide.at[k]))
+            return agreed;
+    return wide;
+}
+
+bool PlateReader::OnLightGround(const cv::Mat& squeezed, int column) {
+    const int scale = squeezed.cols / 32;
+    const cv::Rect strip =
+        cv::Rect(column * scale - scale, squeezed.rows / 4, scale * 3, squeezed.rows / 2) &
+        cv::Rect(0, 0, squeezed.cols, squeezed.rows);
+    cv::Mat dark;
+    cv::threshold(squeezed, dark, 0, 1, cv::THRESH_BINARY_INV | cv::THRESH_OTSU);
+    const double share = cv::sum(dark(strip))[0] / std::max(1, strip.area());
+    return share < kDarkestGround;
 }
 
 bool PlateReader::Extends(const Text& wide, const Text& narrow) {
@@ -135,6 +154,7 @@ PlateReader::Text PlateReader::ReadRowsApart(const cv::Mat& grey, const cv::Rect
     text.characters += lower.characters;
     text.confidence.insert(text.confidence.end(), lower.confidence.begin(), lower.confidence.end());
     text.columns.insert(text.columns.end(), lower.columns.begin(), lower.columns.end());
+    text.at.insert(text.at.end(), lower.at.begin(), lower.at.end());
     text.logScore = (text.logScore + lower.logScore) / 2;  // on the scale of one reading
     text.rows = 2;
     return text;
@@ -190,12 +210,14 @@ PlateReader::Text PlateReader::DecodeColumns(const cv::Mat& out, int n) {
             // The same character over more columns: keep its strongest column.
             if (p[static_cast<size_t>(best)] > text.columns.back()[static_cast<size_t>(best)]) {
                 text.columns.back() = p;
+                text.at.back() = t;
                 text.confidence.back() = Percent(p[static_cast<size_t>(best)]);
             }
         } else if (best != 0) {
             text.characters += kAlphabet[best - 1];
             text.confidence.push_back(Percent(p[static_cast<size_t>(best)]));
             text.columns.push_back(p);
+            text.at.push_back(t);
         }
         last = best;
     }

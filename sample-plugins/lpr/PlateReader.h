@@ -21,11 +21,14 @@ class PlateReader {
     // sure (percent).
     static constexpr size_t kMostCharactersBeyond = 2;
     static constexpr int kSureBeyond = 90;
+    // Share of dark pixels around a character above which it stands on no plate's ground.
+    static constexpr double kDarkestGround = 0.5;
 
     struct Text {
         std::string characters;
         std::vector<int> confidence;                       // 0..100, one a character
         std::vector<std::array<float, kClasses>> columns;  // probabilities, one a character
+        std::vector<int> at;  // the network's column (of 32) where each character is surest
         double logScore = 0.0;  // log probability of the best path, for ranking cuts
         int rows = 1;
 
@@ -68,6 +71,9 @@ class PlateReader {
     // which the reader is sure of: the plate goes on past narrow's box. A frame, a bolt or
     // the car beside a whole plate seldom reads as a sure character.
     static bool Extends(const Text& wide, const Text& narrow);
+    // True when the character at a column of a squeezed cut stands on light ground, as the
+    // characters of a plate do; the band of a European plate or a frame is dark all over.
+    static bool OnLightGround(const cv::Mat& squeezed, int column);
     // Squeezed cuts read in one pass of the network; an empty cut reads as nothing.
     std::vector<Text> DecodeAll(const std::vector<cv::Mat>& squeezed);
     static Text DecodeColumns(const cv::Mat& scores, int index);
