@@ -9,14 +9,14 @@
 
 Folders are in the plate bench's format: NAME.jpg beside NAME.txt holding
 "NAME.jpg<TAB>X<TAB>Y<TAB>W<TAB>H<TAB>PLATE". --held-out keeps only the quarter of pictures the
-training script never trains on. Needs Debian's python3-opencv.
+training script never trains on. Needs Debian's python3-opencv and python3-pil.
 """
 import argparse
-import glob
 import os
-import zlib
 
 import cv2
+
+import platedata
 
 
 def main():
@@ -29,16 +29,11 @@ def main():
     args = parser.parse_args()
     os.makedirs(args.target, exist_ok=True)
     made = 0
-    for txt in sorted(glob.glob(os.path.join(args.source, "*.txt"))):
-        with open(txt, encoding="utf-8") as f:
-            fields = f.readline().rstrip("\n").split("\t")
-        if len(fields) < 6:
+    for image, (x, y, w, h), plate in platedata.DevSet(args.source).samples:
+        if args.held_out and not platedata.DevSet.held_out(image):
             continue
-        name, plate = fields[0], fields[5]
-        x, y, w, h = (int(v) for v in fields[1:5])
-        if args.held_out and zlib.crc32(name.encode()) % 4 != 0:
-            continue
-        picture = cv2.imread(os.path.join(args.source, name))
+        name = os.path.basename(image)
+        picture = cv2.imread(image)
         if picture is None or w <= 0 or h <= 0:
             continue
         x0 = y0 = 0
@@ -52,7 +47,7 @@ def main():
                              interpolation=cv2.INTER_CUBIC if scale > 1 else cv2.INTER_AREA)
         cv2.imwrite(os.path.join(args.target, name), picture, [cv2.IMWRITE_JPEG_QUALITY, 92])
         box = [int(v * scale) for v in (x - x0, y - y0, w, h)]
-        with open(os.path.join(args.target, os.path.basename(txt)), "w", encoding="utf-8") as f:
+        with open(os.path.join(args.target, os.path.splitext(name)[0] + ".txt"), "w", encoding="utf-8") as f:
             f.write("\t".join([name] + [str(v) for v in box] + [plate]) + "\n")
         made += 1
     print(f"{made} pictures in {args.target}")

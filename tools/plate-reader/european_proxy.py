@@ -16,12 +16,13 @@ out and the European one drawn over the place.
 Folders are in the plate bench's format. Needs Debian's python3-opencv and python3-pil.
 """
 import argparse
-import glob
 import os
 
 import cv2
 import numpy as np
 from PIL import Image, ImageDraw, ImageFont
+
+import platedata
 
 FACES = [
     "/usr/share/fonts/truetype/opendin/OSP-DIN.ttf",
@@ -181,15 +182,10 @@ def main():
     os.makedirs(args.target, exist_ok=True)
     countries = sorted(COUNTRIES)
     made = 0
-    for txt in sorted(glob.glob(os.path.join(args.source, "*.txt"))):
-        with open(txt, encoding="utf-8") as f:
-            fields = f.readline().rstrip("\n").split("\t")
-        if len(fields) < 6:
-            continue
-        image = cv2.imread(os.path.join(args.source, fields[0]), cv2.IMREAD_COLOR)
+    for path, box, _ in platedata.DevSet(args.source).samples:
+        image = cv2.imread(path, cv2.IMREAD_COLOR)
         if image is None:
             continue
-        box = tuple(int(v) for v in fields[1:5])
         country = countries[made % len(countries)]
         plate, text = draw_plate(rng, country)
         blur = rng.uniform(0.0, 1.0)
@@ -203,7 +199,7 @@ def main():
             colour[:, :, channel] = layer
         if placed is None:
             continue
-        name = f"{country}-{os.path.splitext(fields[0])[0]}.jpg"
+        name = f"{country}-{os.path.splitext(os.path.basename(path))[0]}.jpg"
         cv2.imwrite(os.path.join(args.target, name), colour, [cv2.IMWRITE_JPEG_QUALITY, 85])
         with open(os.path.join(args.target, os.path.splitext(name)[0] + ".txt"), "w", encoding="utf-8") as f:
             f.write("\t".join([name] + [str(v) for v in placed] + [text]) + "\n")
