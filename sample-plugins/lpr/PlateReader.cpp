@@ -95,14 +95,7 @@ PlateReader::Text PlateReader::ReadAcrossCuts(const cv::Mat& grey, const cv::Rec
     Text agreed = MostAgreed(std::move(texts));
     // The three cuts agree just as well on a box that clips an end of a wide plate (the
     // detector's boxes of plates four to five times as wide as high often do).
-    if (!Extends(wide, agreed))
-        return agreed;
-    const size_t from = wide.characters.find(agreed.characters);
-    for (size_t k = 0; k < wide.characters.size(); ++k)
-        if ((k < from || k >= from + agreed.characters.size()) &&
-            !OnLightGround(wideCut, wide.at[k]))
-            return agreed;
-    return wide;
+    return Extends(wide, wideCut, agreed) ? wide : agreed;
 }
 
 bool PlateReader::OnLightGround(const cv::Mat& squeezed, int column) {
@@ -116,14 +109,15 @@ bool PlateReader::OnLightGround(const cv::Mat& squeezed, int column) {
     return share < kDarkestGround;
 }
 
-bool PlateReader::Extends(const Text& wide, const Text& narrow) {
+bool PlateReader::Extends(const Text& wide, const cv::Mat& wideCut, const Text& narrow) {
     const size_t count = narrow.characters.size();
     const size_t at = wide.characters.find(narrow.characters);
     if (count == 0 || at == std::string::npos || wide.characters.size() <= count ||
         wide.characters.size() > count + kMostCharactersBeyond)
         return false;
     for (size_t k = 0; k < wide.characters.size(); ++k)
-        if ((k < at || k >= at + count) && wide.confidence[k] < kSureBeyond)
+        if ((k < at || k >= at + count) &&
+            (wide.confidence[k] < kSureBeyond || !OnLightGround(wideCut, wide.at[k])))
             return false;
     return true;
 }

@@ -28,7 +28,7 @@ class PlateReader {
         std::string characters;
         std::vector<int> confidence;                       // 0..100, one a character
         std::vector<std::array<float, kClasses>> columns;  // probabilities, one a character
-        std::vector<int> at;  // the network's column (of 32) where each character is surest
+        std::vector<int> at;    // the network's column (of 32) where each character is surest
         double logScore = 0.0;  // log probability of the best path, for ranking cuts
         int rows = 1;
 
@@ -67,10 +67,11 @@ class PlateReader {
     Text Decode(const cv::Mat& squeezed);
     // The reading most of texts agree on, the likeliest of those tied.
     static Text MostAgreed(std::vector<Text> texts);
-    // True when wide holds narrow's characters with one or two more beside them, each of
-    // which the reader is sure of: the plate goes on past narrow's box. A frame, a bolt or
-    // the car beside a whole plate seldom reads as a sure character.
-    static bool Extends(const Text& wide, const Text& narrow);
+    // True when wide (read from wideCut) holds narrow's characters with one or two more beside
+    // them, each of which the reader is sure of and stands on light ground: the plate goes on
+    // past narrow's box. A frame, a bolt or the car beside a whole plate seldom reads as a
+    // sure character, and a European plate's band is dark.
+    static bool Extends(const Text& wide, const cv::Mat& wideCut, const Text& narrow);
     // True when the character at a column of a squeezed cut stands on light ground, as the
     // characters of a plate do; the band of a European plate or a frame is dark all over.
     static bool OnLightGround(const cv::Mat& squeezed, int column);
