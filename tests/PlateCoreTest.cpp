@@ -261,14 +261,14 @@ TEST(PlateReaderCuts, CutsReadInOnePassReadAsEachReadsAlone) {
 }
 
 // The detector's box of a plate four to five times as wide as high is often too short at one
-// end. Read from such boxes, drawn plates come out whole; their whole boxes read no more (the
-// band of a small plate, a dark strip, is no character beyond the plate's end).
+// end. Read from such boxes, drawn plates come out whole; the box of their characters alone
+// reads no more (the band beside them, a dark strip, is no character).
 TEST(PlateReaderCuts, ABoxShortOfAPlatesEndReadsTheWholePlate) {
     PlateReader reader(std::string(CORVANE_APP_DIR) + "/plugin/lpr/models/plate_reader.onnx");
     ASSERT_TRUE(reader.Ready());
     std::mt19937 rng(29);
     int clippedRight = 0;
-    int wholeRight = 0;
+    int charactersRight = 0;
     int total = 0;
     std::string misread;
     for (int i = 0; i < 12; ++i) {
@@ -284,19 +284,20 @@ TEST(PlateReaderCuts, ABoxShortOfAPlatesEndReadsTheWholePlate) {
         const std::string fromClipped = reader.ReadAcrossCuts(car, clipped).characters;
         // The characters without the band, as the detector often boxes a plate.
         const int band = charHeight * 7 / 10;
-        const std::string fromWhole =
+        const std::string fromCharacters =
             reader
                 .ReadAcrossCuts(car,
                                 cv::Rect(whole.x + band, whole.y, whole.width - band, whole.height))
                 .characters;
         ++total;
         clippedRight += fromClipped == plate ? 1 : 0;
-        wholeRight += fromWhole == plate ? 1 : 0;
-        if (fromClipped != plate || fromWhole != plate)
-            misread += " " + plate + "->" + fromClipped + "/" + fromWhole;
+        charactersRight += fromCharacters == plate ? 1 : 0;
+        if (fromClipped != plate || fromCharacters != plate)
+            misread += " " + plate + "->" + fromClipped + "/" + fromCharacters;
     }
     EXPECT_GE(clippedRight * 100, total * 75) << clippedRight << " of " << total << ":" << misread;
-    EXPECT_GE(wholeRight * 100, total * 90) << wholeRight << " of " << total << ":" << misread;
+    EXPECT_GE(charactersRight * 100, total * 90)
+        << charactersRight << " of " << total << ":" << misread;
 }
 
 // Small drawn plates read by the whole reader: the dark band beside the characters, which a

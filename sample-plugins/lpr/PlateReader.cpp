@@ -99,7 +99,7 @@ PlateReader::Text PlateReader::ReadAcrossCuts(const cv::Mat& grey, const cv::Rec
 }
 
 bool PlateReader::OnLightGround(const cv::Mat& squeezed, int column) {
-    const int scale = squeezed.cols / 32;
+    const int scale = squeezed.cols / kColumns;
     const cv::Rect strip =
         cv::Rect(column * scale - scale, squeezed.rows / 4, scale * 3, squeezed.rows / 2) &
         cv::Rect(0, 0, squeezed.cols, squeezed.rows);

@@ -14,6 +14,7 @@
 class PlateReader {
   public:
     static constexpr int kClasses = 37;  // blank, 0-9, A-Z
+    static constexpr int kColumns = 32;  // the network's scores across a cut
     static constexpr const char* kAlphabet = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
     // Fewer characters than this are no plate's row.
     static constexpr size_t kFewestCharacters = 3;
@@ -28,7 +29,7 @@ class PlateReader {
         std::string characters;
         std::vector<int> confidence;                       // 0..100, one a character
         std::vector<std::array<float, kClasses>> columns;  // probabilities, one a character
-        std::vector<int> at;    // the network's column (of 32) where each character is surest
+        std::vector<int> at;    // the network's column where each character is surest
         double logScore = 0.0;  // log probability of the best path, for ranking cuts
         int rows = 1;
 
