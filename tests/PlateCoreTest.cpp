@@ -1,13 +1,16 @@
 // The shipped plate reader, loaded from disk as the region threads load it: drawn plates of
 // the stock layouts read at every character height, the contract's score and tags, plates
 // light on dark, tilted, in two rows or filling the picture, pictures that hold no plate at
-// all; and its parts: the sequence reader reading several cuts in one pass, the order of a
-// picture's readings, the slant search.
+// all; and its parts: the sequence reader reading several cuts in one pass, the rows of a
+// square plate each of one kind, the order of a picture's readings, the slant search.
 #include <algorithm>
+#include <array>
 #include <chrono>
+#include <cstring>
 #include <numeric>
 #include <random>
 #include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
 #include <opencv2/core/core_c.h>
@@ -210,7 +213,7 @@ TEST_F(PlateCoreTest, ReadsPlatesOfTwoRowsUpperRowFirst) {
             misread +=
                 " " + upper + lower + "->" + (results.empty() ? "(none)" : results.front().plate);
     }
-    EXPECT_GE(right * 100, plates * 75) << right << " of " << plates << ":" << misread;
+    EXPECT_GE(right * 100, plates * 80) << right << " of " << plates << ":" << misread;
 }
 
 TEST_F(PlateCoreTest, PicturesWithoutAPlateGiveNoReadingAndReturnPromptly) {
@@ -258,6 +261,65 @@ TEST(PlateReaderCuts, CutsReadInOnePassReadAsEachReadsAlone) {
     const PlateReader::Text both = reader.ReadRowsApart(picture, plate);
     EXPECT_EQ(both.characters, upper.characters + lower.characters);
     EXPECT_NEAR(both.logScore, (upper.logScore + lower.logScore) / 2, 1e-3);
+}
+
+// A reading of two rows as the network gives it: each character's probability, and its
+// look-alike's where one is named (character, probability; look-alike, probability).
+PlateReader::Text TwoRowReading(const std::vector<std::tuple<char, float, char, float>>& characters,
+                                size_t upperRow) {
+    PlateReader::Text text;
+    text.rows = 2;
+    text.upperRow = upperRow;
+    const auto index = [](char c) {
+        return static_cast<size_t>(std::strchr(PlateReader::kAlphabet, c) -
+                                   PlateReader::kAlphabet) +
+               1;
+    };
+    for (const auto& [c, p, other, q] : characters) {
+        std::array<float, PlateReader::kClasses> column{};
+        column[index(c)] = p;
+        if (other != '\0')
+            column[index(other)] = q;
+        text.characters += c;
+        text.confidence.push_back(static_cast<int>(p * 100));
+        text.columns.push_back(column);
+        text.at.push_back(static_cast<int>(text.at.size()) * 4);
+    }
+    return text;
+}
+
+// Each row of a square plate holds one kind of character; a round O among digits is a 0 when
+// the network gave the 0 a fair chance, and a digit among letters the letter it resembles.
+TEST(PlateReaderRows, ALookAlikeOfTheOtherKindTakesItsRowsKind) {
+    // KTR over 7OO0: the O's read among digits, the second one surely.
+    PlateReader::Text text = TwoRowReading({{'K', 0.9f, '\0', 0.f},
+                                            {'T', 0.9f, '\0', 0.f},
+                                            {'R', 0.9f, '\0', 0.f},
+                                            {'7', 0.9f, '\0', 0.f},
+                                            {'O', 0.6f, '0', 0.4f},
+                                            {'O', 0.95f, '0', 0.01f},
+                                            {'0', 0.9f, 'O', 0.1f}},
+                                           3);
+    PlateReader::OneKindARow(text);
+    EXPECT_EQ(text.characters, "KTR70O0");
+    EXPECT_EQ(text.confidence[4], 40);
+    // A 5 read among letters (KS5 over 4821) is an S; a row of both kinds stays as read.
+    text = TwoRowReading({{'K', 0.9f, '\0', 0.f},
+                          {'S', 0.8f, '5', 0.1f},
+                          {'5', 0.5f, 'S', 0.4f},
+                          {'4', 0.9f, '\0', 0.f},
+                          {'A', 0.9f, '\0', 0.f},
+                          {'2', 0.6f, 'Z', 0.3f},
+                          {'1', 0.9f, 'I', 0.3f}},
+                         3);
+    PlateReader::OneKindARow(text);
+    EXPECT_EQ(text.characters, "KSS4A21");
+    // A plate of one row is left alone: its layout may mix the kinds anywhere.
+    text =
+        TwoRowReading({{'7', 0.9f, '\0', 0.f}, {'O', 0.6f, '0', 0.4f}, {'4', 0.9f, '\0', 0.f}}, 0);
+    text.rows = 1;
+    PlateReader::OneKindARow(text);
+    EXPECT_EQ(text.characters, "7O4");
 }
 
 // The detector's box of a plate four to five times as wide as high is often too short at one

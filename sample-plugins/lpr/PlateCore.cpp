@@ -177,8 +177,11 @@ class PlateCore : public LPRPlugin {
 
     // A square plate's rows are read one at a time; a wider one's side by side.
     PlateReader::Text ReadTwoRows(const cv::Mat& grey, const cv::Rect& box) const {
-        return box.width < box.height * kSquareShape / 10 ? reader_->ReadRowsApart(grey, box)
-                                                          : reader_->Read(grey, box, 2);
+        PlateReader::Text text = box.width < box.height * kSquareShape / 10
+                                     ? reader_->ReadRowsApart(grey, box)
+                                     : reader_->Read(grey, box, 2);
+        PlateReader::OneKindARow(text);
+        return text;
     }
 
     // Characters take about three fifths of a plate's height on most plates.

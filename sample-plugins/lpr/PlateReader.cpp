@@ -26,6 +26,27 @@ int Percent(float p) {
     return std::clamp(static_cast<int>(std::lround(p * 100.0f)), 0, 100);
 }
 
+// Letters and the digits they are taken for, and the share of a character's own probability
+// its look-alike needs to be taken instead in a row of the other kind.
+constexpr std::array<std::pair<char, char>, 6> kLookAlikes = {
+    {{'O', '0'}, {'I', '1'}, {'Z', '2'}, {'S', '5'}, {'G', '6'}, {'B', '8'}}};
+constexpr float kFairChance = 0.2f;
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// The look-alike of c of the other kind, or '\0'.
+char LookAlike(char c) {
+    for (const auto& [letter, digit] : kLookAlikes) {
+        if (c == letter)
+            return digit;
+        if (c == digit)
+            return letter;
+    }
+    return '\0';
+}
+
 }  // namespace
 
 cv::Rect PlateReader::Surroundings(const cv::Rect& box, const cv::Size& picture) {
@@ -71,6 +92,8 @@ PlateReader::Text PlateReader::Read(const cv::Mat& grey, const cv::Rect& box, in
     cv::hconcat(upper, lower, both);
     Text text = Decode(both);
     text.rows = 2;
+    text.upperRow = static_cast<size_t>(
+        std::count_if(text.at.begin(), text.at.end(), [](int at) { return at < kColumns / 2; }));
     return text;
 }
 
@@ -145,6 +168,7 @@ PlateReader::Text PlateReader::ReadRowsApart(const cv::Mat& grey, const cv::Rect
         DecodeAll({Squeezed(grey, upperRow, kInput), Squeezed(grey, lowerRow, kInput)});
     Text text = std::move(rows[0]);
     const Text& lower = rows[1];
+    text.upperRow = text.characters.size();
     text.characters += lower.characters;
     text.confidence.insert(text.confidence.end(), lower.confidence.begin(), lower.confidence.end());
     text.columns.insert(text.columns.end(), lower.columns.begin(), lower.columns.end());
@@ -216,6 +240,46 @@ PlateReader::Text PlateReader::DecodeColumns(const cv::Mat& out, int n) {
         last = best;
     }
     return text;
+}
+
+void PlateReader::OneKindARow(Text& text) {
+    if (text.rows != 2 || text.upperRow > text.characters.size())
+        return;
+    const auto index = [](char c) {
+        return static_cast<size_t>(std::strchr(kAlphabet, c) - kAlphabet) + 1;
+    };
+    const auto settle = [&](size_t from, size_t to) {
+        // The row's kind is that of its characters without a look-alike, when they agree and
+        // at least half the row is already of that kind.
+        size_t digits = 0;
+        size_t sureDigits = 0;
+        size_t sureLetters = 0;
+        for (size_t k = from; k < to; ++k) {
+            const char c = text.characters[k];
+            digits += IsDigit(c) ? 1 : 0;
+            if (LookAlike(c) == '\0')
+                (IsDigit(c) ? sureDigits : sureLetters) += 1;
+        }
+        const size_t count = to - from;
+        if (count < 3 || (sureDigits > 0) == (sureLetters > 0))
+            return;
+        const bool digitRow = sureDigits > 0;
+        if ((digitRow ? digits : count - digits) * 2 < count)
+            return;
+        for (size_t k = from; k < to; ++k) {
+            const char c = text.characters[k];
+            const char other = LookAlike(c);
+            if (IsDigit(c) == digitRow || other == '\0')
+                continue;
+            const float p = text.columns[k][index(other)];
+            if (p >= kFairChance * text.columns[k][index(c)]) {
+                text.characters[k] = other;
+                text.confidence[k] = Percent(p);
+            }
+        }
+    };
+    settle(0, text.upperRow);
+    settle(text.upperRow, text.characters.size());
 }
 
 char PlateReader::Best(const std::array<float, kClasses>& column, const std::string& allowed,

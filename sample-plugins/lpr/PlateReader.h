@@ -32,6 +32,7 @@ class PlateReader {
         std::vector<int> at;    // the network's column where each character is surest
         double logScore = 0.0;  // log probability of the best path, for ranking cuts
         int rows = 1;
+        size_t upperRow = 0;  // characters of the upper row, for a plate of two rows
 
         int ConfidenceSum() const {
             return std::accumulate(confidence.begin(), confidence.end(), 0);
@@ -57,6 +58,11 @@ class PlateReader {
     // The part of the picture around a plate that its cut can reach, with room to spare: what
     // a step that turns or paints a plate copies, so that the reader sees its usual margin.
     static cv::Rect Surroundings(const cv::Rect& box, const cv::Size& picture);
+    // Each row of a plate of two rows holds one kind of character (letters over digits, as a
+    // rule): a letter read among digits, or a digit among letters, becomes its look-alike of
+    // the row's kind (O and 0, I and 1, ...) when the network gave the look-alike a fair
+    // chance. A plate without a template has nothing else to tell a round O from a 0.
+    static void OneKindARow(Text& text);
     // The most probable character of allowed at a character's column, with its confidence.
     static char Best(const std::array<float, kClasses>& column, const std::string& allowed,
                      int* confidence);
