@@ -255,12 +255,15 @@ def greedy(scores):
     return "".join(out)
 
 
-def train_reader(xs, ys, steps, seed, log):
+def train_reader(xs, ys, steps, seed, log, start_from=None, max_lr=3e-3):
     torch.manual_seed(seed)
     model = Reader()
+    if start_from is not None:
+        model.load_state_dict(torch.load(start_from))
+        log(f"reader starts from {start_from}")
     data = torch.from_numpy(np.stack(xs)).float().div(255.0).unsqueeze(1)
     opt = torch.optim.AdamW(model.parameters(), lr=2e-3, weight_decay=1e-4)
-    sched = torch.optim.lr_scheduler.OneCycleLR(opt, max_lr=3e-3, total_steps=steps, pct_start=0.1)
+    sched = torch.optim.lr_scheduler.OneCycleLR(opt, max_lr=max_lr, total_steps=steps, pct_start=0.1)
     ctc = nn.CTCLoss(blank=0, zero_infinity=True)
     gen = torch.Generator().manual_seed(seed)
     model.train()
@@ -436,10 +439,15 @@ def main():
                         help="render European plates (band, groups, emblems) for 3 in 10 of the "
                              "detector's pasted plates and 2 in 10 of the reader's; not how the "
                              "shipped networks were trained (see the README)")
+    parser.add_argument("--reader-from", help="go on training the reader from these weights (.pt) "
+                                                 "instead of starting afresh")
+    parser.add_argument("--reader-lr", type=float, default=3e-3, help="the reader's highest learning rate")
+    parser.add_argument("--models", default=MODELS, help="folder the networks are read from and written to")
     args = parser.parse_args()
     torch.set_num_threads(args.workers)
-    os.makedirs(MODELS, exist_ok=True)
-    log_path = os.path.join(MODELS, "training.log")
+    models = args.models
+    os.makedirs(models, exist_ok=True)
+    log_path = os.path.join(models, "training.log")
     logfile = open(log_path, "a", encoding="utf-8")
 
     def log(line):
@@ -455,7 +463,7 @@ def main():
     start = time.time()
     w = args.workers
     detector = None
-    detector_file = os.path.join(MODELS, "plate_detector.pt")
+    detector_file = os.path.join(models, "plate_detector.pt")
     if args.only == "reader" and os.path.exists(detector_file):
         detector = Detector()
         detector.load_state_dict(torch.load(detector_file))
@@ -468,16 +476,16 @@ def main():
         rx, ry = pooled(_reader_real, [(args.seed * 100 + 50 + k, train[k::w], 120 * len(train) // w, found)
                                        for k in range(w)], w)
         log(f"reader data: {len(xs)} synthetic, {len(rx)} from photographs, {time.time() - start:.0f} s")
-        reader = train_reader(xs + rx, ys + ry, args.reader_steps, args.seed, log)
-        export(reader, (1, 1, 32, 128), os.path.join(MODELS, "plate_reader.onnx"))
-        torch.save(reader.state_dict(), os.path.join(MODELS, "plate_reader.pt"))
+        reader = train_reader(xs + rx, ys + ry, args.reader_steps, args.seed, log, args.reader_from, args.reader_lr)
+        export(reader, (1, 1, 32, 128), os.path.join(models, "plate_reader.onnx"))
+        torch.save(reader.state_dict(), os.path.join(models, "plate_reader.pt"))
     if args.only != "reader":
         dx, dt, dm = pooled(_detector_patches, [(args.seed * 100 + 80 + k, train[k::w], backgrounds,
                                                  args.patches // w, args.european) for k in range(w)], w)
         log(f"detector data: {len(dx)} patches, {time.time() - start:.0f} s")
         detector = train_detector(dx, dt, dm, args.detector_steps, args.seed, log)
-        export(detector, (1, 1, 64, 64), os.path.join(MODELS, "plate_detector.onnx"))
-        torch.save(detector.state_dict(), os.path.join(MODELS, "plate_detector.pt"))
+        export(detector, (1, 1, 64, 64), os.path.join(models, "plate_detector.onnx"))
+        torch.save(detector.state_dict(), os.path.join(models, "plate_detector.pt"))
     if args.only is None or (args.only == "reader" and detector is not None):
         for folder, s in zip(args.sets, sets):
             evaluate(detector, reader, s.split(False), log, os.path.basename(folder.rstrip("/")) + " held out")
