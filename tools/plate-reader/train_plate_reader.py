@@ -255,12 +255,18 @@ def greedy(scores):
     return "".join(out)
 
 
-def train_reader(xs, ys, steps, seed, log, start_from=None, max_lr=3e-3):
-    torch.manual_seed(seed)
-    model = Reader()
+def fresh_or_from(network, start_from, log):
+    """A new network, or one that goes on from saved weights."""
+    model = network()
     if start_from is not None:
         model.load_state_dict(torch.load(start_from))
-        log(f"reader starts from {start_from}")
+        log(f"{network.__name__.lower()} starts from {start_from}")
+    return model
+
+
+def train_reader(xs, ys, steps, seed, log, start_from=None, max_lr=3e-3):
+    torch.manual_seed(seed)
+    model = fresh_or_from(Reader, start_from, log)
     data = torch.from_numpy(np.stack(xs)).float().div(255.0).unsqueeze(1)
     opt = torch.optim.AdamW(model.parameters(), lr=2e-3, weight_decay=1e-4)
     sched = torch.optim.lr_scheduler.OneCycleLR(opt, max_lr=max_lr, total_steps=steps, pct_start=0.1)
@@ -294,14 +300,14 @@ def focal(pred, target):
     return (pos_loss.sum() + neg_loss.sum()) / pos.sum().clamp(min=1)
 
 
-def train_detector(xs, ts, ms, steps, seed, log):
+def train_detector(xs, ts, ms, steps, seed, log, start_from=None, max_lr=3e-3):
     torch.manual_seed(seed)
-    model = Detector()
+    model = fresh_or_from(Detector, start_from, log)
     data = torch.from_numpy(np.stack(xs))
     targets = torch.from_numpy(np.stack(ts))
     masks = torch.from_numpy(np.stack(ms))
     opt = torch.optim.AdamW(model.parameters(), lr=2e-3, weight_decay=1e-4)
-    sched = torch.optim.lr_scheduler.OneCycleLR(opt, max_lr=3e-3, total_steps=steps, pct_start=0.1)
+    sched = torch.optim.lr_scheduler.OneCycleLR(opt, max_lr=max_lr, total_steps=steps, pct_start=0.1)
     gen = torch.Generator().manual_seed(seed + 1)
     model.train()
     start = time.time()
@@ -442,6 +448,8 @@ def main():
     parser.add_argument("--reader-from", help="go on training the reader from these weights (.pt) "
                                                  "instead of starting afresh")
     parser.add_argument("--reader-lr", type=float, default=3e-3, help="the reader's highest learning rate")
+    parser.add_argument("--detector-from", help="go on training the detector from these weights (.pt)")
+    parser.add_argument("--detector-lr", type=float, default=3e-3, help="the detector's highest learning rate")
     parser.add_argument("--models", default=MODELS, help="folder the networks are read from and written to")
     args = parser.parse_args()
     torch.set_num_threads(args.workers)
@@ -483,7 +491,8 @@ def main():
         dx, dt, dm = pooled(_detector_patches, [(args.seed * 100 + 80 + k, train[k::w], backgrounds,
                                                  args.patches // w, args.european) for k in range(w)], w)
         log(f"detector data: {len(dx)} patches, {time.time() - start:.0f} s")
-        detector = train_detector(dx, dt, dm, args.detector_steps, args.seed, log)
+        detector = train_detector(dx, dt, dm, args.detector_steps, args.seed, log, args.detector_from,
+                                  args.detector_lr)
         export(detector, (1, 1, 64, 64), os.path.join(models, "plate_detector.onnx"))
         torch.save(detector.state_dict(), os.path.join(models, "plate_detector.pt"))
     if args.only is None or (args.only == "reader" and detector is not None):
