@@ -169,7 +169,7 @@ int main(int argc, char** argv) {
             folders.push_back(arg);
     }
     platform::ScopedWorkingDirectory cwd(CORVANE_APP_DIR);
-    PluginLPRManager readers;
+    PluginLPRManager readers{FixedFolder(CORVANE_APP_DIR)};
     LPRPlugin* reader = LoadPlateCore(readers);
     if (reader == nullptr)
         return 1;

@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
     const int count = argc > 1 ? std::atoi(argv[1]) : 300;
     const bool verbose = argc > 2;  // any second argument lists the misreadings
     platform::ScopedWorkingDirectory cwd(CORVANE_APP_DIR);
-    PluginLPRManager readers;
+    PluginLPRManager readers{FixedFolder(CORVANE_APP_DIR)};
     LPRPlugin* reader = LoadPlateCore(readers);
     if (reader == nullptr)
         return 1;

@@ -1,19 +1,15 @@
 #include "CameraPluginManager.h"
 
 namespace {
-const PluginKind kCameraKind = {"./plugin/camera/",
-                                ".\\plugin\\camera\\%s.dll",
-                                "CreateCameraPlugin",
-                                "Cannon find camera plugin directory",
-                                false,
+const PluginKind kCameraKind = {"plugin/camera", "CreateCameraPlugin",
+                                "Cannon find camera plugin directory", false,
                                 "CameraPluginManager::InitList"};
 }
 
-CameraPluginManager::CameraPluginManager() : PluginManager(kCameraKind) {}
+CameraPluginManager::CameraPluginManager(FolderSource applicationFolder)
+    : PluginManager(kCameraKind, std::move(applicationFolder)) {}
 
 CameraPlugin* CameraPluginManager::CreateCamera(const std::string& libraryName) {
-    if (!platform::FileExists(PathOf(libraryName)))
-        return nullptr;
     return Create(libraryName);
 }
 

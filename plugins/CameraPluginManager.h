@@ -4,9 +4,9 @@
 
 class CameraPluginManager : public PluginManager<CameraPlugin> {
   public:
-    CameraPluginManager();
+    explicit CameraPluginManager(FolderSource applicationFolder);
     int InitList() { return Scan(); }
-    // Null without a message when the library file does not exist.
+    // Null, with a warning, when the name is refused or the library is not installed.
     CameraPlugin* CreateCamera(const std::string& libraryName);
     std::string GuiNameToLibName(const std::string& guiName) const;
     std::string LibNameToGuiName(const std::string& libraryName) const;

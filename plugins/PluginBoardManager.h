@@ -4,7 +4,7 @@
 
 class PluginBoardManager : public PluginManager<BoardPlugin> {
   public:
-    PluginBoardManager();
+    explicit PluginBoardManager(FolderSource applicationFolder);
     int LoadPlugin() { return Scan(); }
     BoardPlugin* CreaBoardPlugin(const std::string& libraryName) { return Create(libraryName); }
     // The prototype whose shown name is guiName, or null.

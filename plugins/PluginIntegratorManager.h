@@ -4,7 +4,7 @@
 
 class PluginIntegratorManager : public PluginManager<IntegratorPlugin> {
   public:
-    PluginIntegratorManager();
+    explicit PluginIntegratorManager(FolderSource applicationFolder);
     int LoadPlugin() { return Scan(); }
     IntegratorPlugin* CreaIntegratorPlugin(const std::string& libraryName) {
         return Create(libraryName);

@@ -4,7 +4,7 @@
 
 class PluginLPRManager : public PluginManager<LPRPlugin> {
   public:
-    PluginLPRManager();
+    explicit PluginLPRManager(FolderSource applicationFolder);
     int InitList() { return Scan(); }
     // Called by each region's thread as it starts, several at once: the instance list is locked.
     LPRPlugin* GetLPRPlugin(const std::string& libraryName) { return Create(libraryName); }

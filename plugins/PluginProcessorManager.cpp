@@ -1,24 +1,23 @@
 #include "PluginProcessorManager.h"
 
 namespace {
-const PluginKind kKind = {"./plugin/postprocessor/",
-                          "./plugin/postprocessor/%s.dll",
-                          "CreateProcessorPlugin",
-                          "Cannon find integrator plugin directory",
-                          true,
+const PluginKind kKind = {"plugin/postprocessor", "CreateProcessorPlugin",
+                          "Cannon find integrator plugin directory", true,
                           "PluginProcessorManager::LoadPlugin"};
-const char kMirrorDBPath[] = "./MirrorDB.dll";
+const char kMirrorDBFile[] = "MirrorDB.dll";
 const char kMirrorDBName[] = "MIRRORDB";
 }  // namespace
 
-PluginProcessorManager::PluginProcessorManager() : PluginManager(kKind) {}
+PluginProcessorManager::PluginProcessorManager(FolderSource applicationFolder)
+    : PluginManager(kKind, std::move(applicationFolder)) {}
 
 PostProcessorPlugin* PluginProcessorManager::FindByGuiName(const std::string& guiName) const {
     return FindPrototype(guiName, [](PostProcessorPlugin* p) { return p->GetGuiName(); });
 }
 
 PostProcessorPlugin* PluginProcessorManager::CreaMirrorDBProcessorPlugin(const std::string&) {
-    return CreateFromPath(kMirrorDBPath);
+    // Beside the plug-in folders: the folder of this kind, one level up twice.
+    return CreateFromPath(Folder() + "../../" + kMirrorDBFile);
 }
 
 void PluginProcessorManager::StartMirrorDB(int period, int storage, const PluginOpenArgs& args) {

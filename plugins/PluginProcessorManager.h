@@ -5,14 +5,15 @@
 
 class PluginProcessorManager : public PluginManager<PostProcessorPlugin> {
   public:
-    PluginProcessorManager();
+    explicit PluginProcessorManager(FolderSource applicationFolder);
     int LoadPlugin() { return Scan(); }
     PostProcessorPlugin* CreaProcessorPlugin(const std::string& libraryName) {
         return Create(libraryName);
     }
     PostProcessorPlugin* FindByGuiName(const std::string& guiName) const;
 
-    // The local database synchronisation plug-in "./MirrorDB.dll", held here and by no record.
+    // The local database synchronisation plug-in "MirrorDB.dll" of the application folder, held
+    // here and by no record.
     PostProcessorPlugin* CreaMirrorDBProcessorPlugin(const std::string& name);
     void StartMirrorDB(int period, int storage, const PluginOpenArgs& args);
     int StopMirrorDB();

@@ -4,7 +4,7 @@
 
 class PluginTriggerManager : public PluginManager<TriggerPlugin> {
   public:
-    PluginTriggerManager();
+    explicit PluginTriggerManager(FolderSource applicationFolder);
     int LoadPlugin() { return Scan(); }
     TriggerPlugin* CreaTriggerPlugin(const std::string& libraryName) { return Create(libraryName); }
     // The prototype whose shown name is guiName, or null.

@@ -76,7 +76,7 @@ class PlateCoreTest : public ::testing::Test {
     }
 
     std::unique_ptr<platform::ScopedWorkingDirectory> cwd_;
-    PluginLPRManager readers_;
+    PluginLPRManager readers_{FixedFolder(CORVANE_APP_DIR)};
     LPRPlugin* reader_ = nullptr;
 };
 

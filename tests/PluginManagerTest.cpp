@@ -1,6 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
+
+#include <cstdlib>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "TestSupport.h"
 #include "core/Project.h"
@@ -22,7 +27,7 @@ class PluginManagers : public ::testing::Test {
 
 TEST_F(PluginManagers, ScanKeepsOnlyLoadableLibrariesWithTheirFactory) {
     LogCapture log;
-    PluginBoardManager boards;
+    PluginBoardManager boards{FixedFolder(AppDir())};
     EXPECT_EQ(boards.LoadPlugin(), 0);
     // Broken.dll, NoFactory.dll, Upper.DLL, the folder folder.dll and readme.txt are passed by.
     ASSERT_EQ(boards.GetCount(), 1u);
@@ -31,7 +36,7 @@ TEST_F(PluginManagers, ScanKeepsOnlyLoadableLibrariesWithTheirFactory) {
 }
 
 TEST_F(PluginManagers, OnlyThePostProcessorScanTakesUpperCaseDll) {
-    PluginProcessorManager processors;
+    PluginProcessorManager processors{FixedFolder(AppDir())};
     processors.LoadPlugin();
     ASSERT_EQ(processors.GetCount(), 2u);
     EXPECT_EQ(processors.FindByGuiName("Test Post Processor"), processors.Item(0));
@@ -56,7 +61,7 @@ TEST_F(PluginManagers, EachKindFindsItsDirectoryAndFactory) {
 }
 
 TEST_F(PluginManagers, CreateMakesAFreshInstanceByLibraryName) {
-    PluginTriggerManager triggers;
+    PluginTriggerManager triggers{FixedFolder(AppDir())};
     TriggerPlugin* first = triggers.CreaTriggerPlugin("TestTrigger");
     TriggerPlugin* second = triggers.CreaTriggerPlugin("TestTrigger");
     ASSERT_NE(first, nullptr);
@@ -65,7 +70,7 @@ TEST_F(PluginManagers, CreateMakesAFreshInstanceByLibraryName) {
     EXPECT_EQ(triggers.CreaTriggerPlugin("Missing"), nullptr);
     EXPECT_EQ(triggers.CreaTriggerPlugin("NoFactory"), nullptr);
 
-    CameraPluginManager cameras;
+    CameraPluginManager cameras{FixedFolder(AppDir())};
     CameraPlugin* camera = cameras.CreateCamera("TestCamera");
     ASSERT_NE(camera, nullptr);
     unsigned int word = 0;
@@ -73,7 +78,7 @@ TEST_F(PluginManagers, CreateMakesAFreshInstanceByLibraryName) {
     EXPECT_EQ(camera->GetGuiName(nullptr), "Test Camera");
     EXPECT_EQ(cameras.CreateCamera("Missing"), nullptr);
 
-    PluginLPRManager readers;
+    PluginLPRManager readers{FixedFolder(AppDir())};
     LPRPlugin* reader = readers.GetLPRPlugin("TestLPR");
     ASSERT_NE(reader, nullptr);
     EXPECT_EQ(reader->Init(18, 50, "/p/templates.xml", "1"), 0);
@@ -82,7 +87,7 @@ TEST_F(PluginManagers, CreateMakesAFreshInstanceByLibraryName) {
 }
 
 TEST_F(PluginManagers, ABoardInstanceAnswersThroughItsContract) {
-    PluginBoardManager boards;
+    PluginBoardManager boards{FixedFolder(AppDir())};
     BoardPlugin* board = boards.CreaBoardPlugin("TestBoard");
     ASSERT_NE(board, nullptr);
     std::vector<std::string> names;
@@ -96,7 +101,7 @@ TEST_F(PluginManagers, ABoardInstanceAnswersThroughItsContract) {
 }
 
 TEST_F(PluginManagers, RescanningListsEveryLibraryTwiceAndFindsTheFirst) {
-    PluginIntegratorManager gates;
+    PluginIntegratorManager gates{FixedFolder(AppDir())};
     gates.LoadPlugin();
     gates.LoadPlugin();
     ASSERT_EQ(gates.GetCount(), 2u);
@@ -105,7 +110,7 @@ TEST_F(PluginManagers, RescanningListsEveryLibraryTwiceAndFindsTheFirst) {
 
 TEST_F(PluginManagers, MirrorDBIsStartedWithItsPeriodsAndStoppedAgain) {
     const std::string library = AppDir() + "/MirrorDB.dll";
-    PluginProcessorManager processors;
+    PluginProcessorManager processors{FixedFolder(AppDir())};
     PluginOpenArgs args;
     args.placeName = "Depot";
     processors.StartMirrorDB(15, 30, args);
@@ -124,14 +129,92 @@ TEST(PluginDirectories, AMissingDirectoryIsReportedAndAnEmptyOneIsNot) {
     std::filesystem::create_directories(folder.File("plugin/trigger"));
     platform::ScopedWorkingDirectory inFolder(folder.Path());
     LogCapture log;
-    PluginTriggerManager triggers;
+    PluginTriggerManager triggers{FixedFolder(folder.Path())};
     EXPECT_EQ(triggers.LoadPlugin(), 0);
     EXPECT_TRUE(log.Messages().empty());
-    PluginLPRManager readers;
+    PluginLPRManager readers{FixedFolder(folder.Path())};
     EXPECT_EQ(readers.InitList(), 1);
     EXPECT_TRUE(log.Contains("Cannon find lpr plugin directory"));
-    PluginProcessorManager processors;
+    PluginProcessorManager processors{FixedFolder(folder.Path())};
     processors.StartMirrorDB(5, 5, PluginOpenArgs());
     EXPECT_EQ(processors.MirrorDB(), nullptr);  // no ./MirrorDB.dll here: nothing, no message
     EXPECT_EQ(log.Messages().size(), 1u);
+}
+
+namespace {
+
+std::string IntruderPath() {
+    return AppDir() + "/elsewhere/Intruder.dll";
+}
+
+bool IntruderLoaded() {
+    void* handle = ::dlopen(IntruderPath().c_str(), RTLD_NOW | RTLD_NOLOAD);
+    if (handle != nullptr)
+        ::dlclose(handle);
+    return handle != nullptr;
+}
+
+// Names a file could carry to lead the loader out of the plug-in folder.
+std::vector<std::string> HostileNames() {
+    using namespace std::string_literals;
+    return {"../../elsewhere/Intruder",
+            "../elsewhere/Intruder",
+            IntruderPath(),
+            AppDir() + "/elsewhere/Intruder",
+            "..\\..\\elsewhere\\Intruder",
+            "TestTrigger\0../../elsewhere/Intruder"s,
+            "../../elsewhere/Intruder.dll\0.dll"s,
+            ".hidden",
+            "Test Trigger",
+            std::string(200, 'A'),
+            ""};
+}
+
+}  // namespace
+
+TEST(PluginNames, OnlyABareNameOfALibraryInThePluginFolderIsEverLoaded) {
+    EXPECT_TRUE(IsBareLibraryName("TestTrigger"));
+    EXPECT_TRUE(IsBareLibraryName("Plate_Core-2.1"));
+    EXPECT_FALSE(IsBareLibraryName("a..b"));
+    EXPECT_FALSE(IsBareLibraryName(std::string(kMaxLibraryName + 1, 'x')));
+
+    ::setenv("CORVANE_INTRUDER_MARK", (AppDir() + "/elsewhere/mark").c_str(), 1);
+    ::unlink((AppDir() + "/elsewhere/mark").c_str());
+    PluginTriggerManager triggers{FixedFolder(AppDir())};
+    for (const std::string& name : HostileNames()) {
+        LogCapture log;
+        EXPECT_EQ(triggers.CreaTriggerPlugin(name), nullptr);
+        EXPECT_TRUE(log.Contains("refused: not a bare library name")) << name;
+    }
+    // A bare name that is no library of the folder: the MirrorDB beside the folders is not one.
+    PluginProcessorManager processors{FixedFolder(AppDir())};
+    LogCapture log;
+    EXPECT_EQ(processors.CreaProcessorPlugin("MirrorDB"), nullptr);
+    EXPECT_TRUE(log.Contains("plug-in MirrorDB is not installed in " + AppDir() +
+                             "/plugin/postprocessor/"));
+    EXPECT_FALSE(IntruderLoaded());
+    EXPECT_FALSE(platform::FileExists(AppDir() + "/elsewhere/mark"));
+    ::unsetenv("CORVANE_INTRUDER_MARK");
+}
+
+TEST(PluginNames, TheWorkingDirectoryLeadsNoLoadAnywhere) {
+    // A folder holding plugin/trigger/TestTrigger.dll of its own is the working directory: the
+    // manager still loads from its application folder, by absolute path.
+    TempDir decoy;
+    std::filesystem::create_directories(decoy.File("plugin/trigger"));
+    std::filesystem::copy_file(IntruderPath(), decoy.File("plugin/trigger/TestTrigger.dll"));
+    platform::ScopedWorkingDirectory inDecoy(decoy.Path());
+    PluginTriggerManager triggers{FixedFolder(AppDir())};
+    EXPECT_EQ(triggers.Folder(), AppDir() + "/plugin/trigger/");
+    EXPECT_EQ(triggers.Locate("TestTrigger"), AppDir() + "/plugin/trigger/TestTrigger.dll");
+    EXPECT_NE(triggers.CreaTriggerPlugin("TestTrigger"), nullptr);
+}
+
+TEST(PluginNames, AnUpperCaseDllOfAPostProcessorIsCreatedAsItIsListed) {
+    PluginProcessorManager processors{FixedFolder(AppDir())};
+    processors.LoadPlugin();
+    EXPECT_EQ(processors.Locate("Upper"), AppDir() + "/plugin/postprocessor/Upper.DLL");
+    EXPECT_NE(processors.CreaProcessorPlugin("Upper"), nullptr);
+    PluginBoardManager boards{FixedFolder(AppDir())};
+    EXPECT_EQ(boards.Locate("Upper"), "");  // boards take ".dll" alone
 }
