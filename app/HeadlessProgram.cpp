@@ -51,11 +51,16 @@ void OnSignal(int) {
 
 constexpr const char* kProjectsFolder = "projects";
 
+// Answers the flows' questions on the console. A program without an operator never saves on
+// its own: what is on disk is what the operator or an upload put there.
 class ConsoleHost : public ProjectHost {
   public:
+    static constexpr const char* kSaveQuestion = "Save Changes?";
+
     bool AskYesNo(const std::string& question) override {
-        std::printf("%s Yes\n", question.c_str());
-        return true;
+        const bool yes = question != kSaveQuestion;
+        std::printf("%s %s\n", question.c_str(), yes ? "Yes" : "No");
+        return yes;
     }
     void ShowMessage(const std::string& message) override { std::printf("%s\n", message.c_str()); }
     void SetTitle(const std::string& title) override { std::printf("%s\n", title.c_str()); }
@@ -73,9 +78,9 @@ class HeadlessProgram {
           remote_(project, session_, host_, &events_) {}
 
     int Run() {
-        if (!ParseAllowed())
+        if (!ParseAllowed() || !ReadKey())
             return 2;
-        project_.appdir = platform::GetWorkingDirectory();
+        project_.appdir = appdir_;
         if (!options_.runtime)
             runtimestopped_ = LocalRuntime::StopForWorkstation();
         SetAccessDefaults(project_);
@@ -86,8 +91,12 @@ class HeadlessProgram {
         if (options_.runtime && options_.rollback)
             std::printf(store_.Rollback() ? "Project rolled back\n"
                                           : "No previous project to roll back to\n");
-        StartServices();
+        if (options_.runtime && store_.ReplayStaged())
+            std::printf("Project received\n");
+        StartStreams();
         OpenStartProject();
+        // The monitor comes up with the project's database settings, never before them.
+        StartMonitor();
         // The transfer server comes up with a project to serve, never before it.
         if (options_.runtime)
             StartTransferServer();
@@ -106,15 +115,41 @@ class HeadlessProgram {
     }
 
   private:
-    void StartServices() {
+    void StartStreams() {
         // The RTSP service runs from start to close, whether a project is open or not. A
         // moment's wait lets it bind its port before the sources add their streams.
         rtsp_.SetDeviceFronts(&fronts_);
         rtsp_.Start();
         for (int i = 0; i < 50 && !rtsp_.RtspRunning(); ++i)
             platform::SleepMs(20);
+    }
+
+    void StartMonitor() {
         checkdb_ = std::make_unique<CheckDBThread>(&events_, &project_);
         checkdb_->Run();
+    }
+
+    // The shared key: --key-file, or on a workstation the key file of the application folder.
+    // A key file named on the command line that cannot be read or holds no key stops the
+    // start: running without the key the operator asked for would serve the site to anyone.
+    bool ReadKey() {
+        if (options_.keyFile.empty()) {
+            key_ = options_.runtime
+                       ? std::string()
+                       : ProjectBlock::ReadKeyFile(appdir_ + "/" + RemoteAdministration::kKeyFile);
+            return true;
+        }
+        if (!platform::FileExists(options_.keyFile)) {
+            std::fprintf(stderr, "corvane: --key-file %s cannot be read\n",
+                         options_.keyFile.c_str());
+            return false;
+        }
+        key_ = ProjectBlock::ReadKeyFile(options_.keyFile);
+        if (key_.empty()) {
+            std::fprintf(stderr, "corvane: --key-file %s holds no key\n", options_.keyFile.c_str());
+            return false;
+        }
+        return true;
     }
 
     // The workstations named by --allow; false (said on the console) for one that is no
@@ -135,22 +170,13 @@ class HeadlessProgram {
         server_ = std::make_unique<RuntimeServer>(
             &events_, options_.listen, ProjectBlock::kRuntimePort, store_.IncomingFolder());
         server_->SetAllowed(allowed_);
-        server_->SetKey(TransferKey());
+        server_->SetKey(key_);
         const std::string appdir = project_.appdir;
         server_->SetProjectCheck([appdir](const std::string& folder, const std::string& file) {
             return CheckProject(folder, file, appdir);
         });
         server_->SetServedProject(project_.prjdir, project_.prjname + ".tlr");
         server_->Run();
-    }
-
-    // The shared key: --key-file, or on a workstation the key file of the application folder.
-    std::string TransferKey() const {
-        if (!options_.keyFile.empty())
-            return ProjectBlock::ReadKeyFile(options_.keyFile);
-        return options_.runtime ? std::string()
-                                : ProjectBlock::ReadKeyFile(project_.appdir + "/" +
-                                                            RemoteAdministration::kKeyFile);
     }
 
     void OpenStartProject() {
@@ -160,17 +186,20 @@ class HeadlessProgram {
             return;  // the project comes from the runtime
         } else if (options_.runtime && store_.HasProject()) {
             session_.LoadProject(store_.CurrentProject());
-        } else if (platform::FileExists("projects/demo/demo.tlr")) {
-            session_.LoadProject("projects/demo/demo.tlr");
+        } else if (platform::FileExists(DemoFile())) {
+            session_.LoadProject(DemoFile());
         } else {
-            platform::MakeDirectory(kProjectsFolder);
-            if (session_.NewProject(kProjectsFolder, "demo")) {
+            platform::MakeDirectory(ProjectsFolder());
+            if (session_.NewProject(ProjectsFolder(), "demo")) {
                 PopulateDemoProject(project_);
                 session_.SaveAll();
             }
         }
         ProjectOpened();
     }
+
+    std::string ProjectsFolder() const { return appdir_ + "/" + kProjectsFolder; }
+    std::string DemoFile() const { return ProjectsFolder() + "/demo/demo.tlr"; }
 
     void ProjectOpened() {
         std::printf("Project %s open, site \"%s\"\n", project_.prjname.c_str(),
@@ -183,7 +212,7 @@ class HeadlessProgram {
     }
 
     void StartTransfers() {
-        remote_.SetKey(TransferKey());
+        remote_.SetKey(key_);
         if (!options_.download.empty())
             remote_.Download(options_.download);
         if (!options_.upload.empty())
@@ -197,9 +226,10 @@ class HeadlessProgram {
             const std::string staged = server_->TakeIncoming();
             if (staged.empty())
                 return;
+            const std::string running = project_.prjdir;
             if (project_.prjopen == 1)
                 session_.CloseProject();
-            if (store_.Replace(staged))
+            if (store_.Replace(staged, running))
                 std::printf("Project received\n");
         } else if (project_.prjopen == 1) {
             session_.CloseProject();
@@ -275,7 +305,10 @@ class HeadlessProgram {
     std::unique_ptr<CheckDBThread> checkdb_;
     std::unique_ptr<RuntimeServer> server_;
     std::vector<platform::AddressRange> allowed_;
-    RuntimeProjectStore store_{platform::GetWorkingDirectory() + "/" + kProjectsFolder};
+    // The application folder, fixed at start: nothing later depends on the working directory.
+    const std::string appdir_ = platform::GetWorkingDirectory();
+    RuntimeProjectStore store_{appdir_ + "/" + kProjectsFolder};
+    std::string key_;
     bool runtimestopped_ = false;
     int dbstate_ = 2;  // nothing shown yet: "checking..."
 };

@@ -447,6 +447,7 @@ void Project::ClearAll() {
     integrators.Clear();
     processors.Clear();
     boards.Clear();
+    held.Clear();
     std::lock_guard<std::mutex> lock(resultsmutex);
     lprresults.clear();
 }

@@ -49,6 +49,23 @@ class LaneRunner {
 
 // The one description of the site that the workstation configures and runs. Only the GUI thread
 // changes the arrays, and only inside the edit bracket, while no worker that reads them runs.
+// A record whose plug-in could not be had when the project was opened: out of the run, and
+// written back as it was read when the project is saved.
+template <typename Record>
+struct HeldRecord {
+    Record record;
+    std::string library;
+};
+
+struct HeldRecords {
+    std::vector<HeldRecord<Camera>> cameras;
+    std::vector<HeldRecord<Board>> boards;
+    std::vector<HeldRecord<Trigger>> triggers;
+    std::vector<HeldRecord<Integrator>> integrators;
+    std::vector<HeldRecord<PostProcessor>> processors;
+    void Clear() { *this = HeldRecords(); }
+};
+
 class Project {
   public:
     static constexpr size_t kMaxResults = 20;
@@ -74,13 +91,16 @@ class Project {
     std::unique_ptr<platform::WorkerThread> boardthread;  // the board thread; null when stopped
     std::string appdir;
     std::string prjname;
+    std::string prjfile;  // the open project's file, absolute, as its name is written on disk
     std::string prjdir;
     std::string runtimeip;
+    // The folder the component files are read from and written to (absolute; set by
+    // LoadComponents and SaveComponents).
+    std::string componentfolder;
     // Set only while a project is checked without being opened (a runtime checks a received
-    // one): the loaders read the component files from loadfolder, and each plug-in a record
-    // names is noted in namedplugins (its path below appdir) instead of being created.
-    std::string loadfolder;
-    std::vector<std::string>* namedplugins = nullptr;
+    // one): each plug-in a record names is checked and not created, and what is wrong with it
+    // is noted in pluginproblems.
+    std::vector<std::string>* pluginproblems = nullptr;
     std::mutex settingsmutex;
     PlaceSettings place;
 
@@ -97,15 +117,17 @@ class Project {
     ArrayIntegrator integrators;
     ArrayPostProcessor processors;
     ArrayBoard boards;
+    HeldRecords held;  // read and written with the component files, never run
     std::deque<LPRPackage> lprresults;
     std::mutex renamemutex;
 
-    CameraPluginManager cameraplugins;
-    PluginBoardManager boardplugins;
-    PluginTriggerManager triggerplugins;
-    PluginIntegratorManager integratorplugins;
-    PluginLPRManager lprplugins;
-    PluginProcessorManager processorplugins;
+    // Each manager loads only from the plug-in folders of appdir (set before any load).
+    CameraPluginManager cameraplugins{AppDirSource()};
+    PluginBoardManager boardplugins{AppDirSource()};
+    PluginTriggerManager triggerplugins{AppDirSource()};
+    PluginIntegratorManager integratorplugins{AppDirSource()};
+    PluginLPRManager lprplugins{AppDirSource()};
+    PluginProcessorManager processorplugins{AppDirSource()};
 
     // Process-wide locks of the model; where two are taken together, in this order:
     // lprmutex before processorsmutex.
@@ -176,7 +198,7 @@ class Project {
     // Site identity and database access for the Open of gates and post processors.
     PluginOpenArgs OpenArgs() const;
 
-    // Component files in the working directory.
+    // Component files in componentfolder.
     void SaveCamera();
     void SaveBoard();
     void SaveTrigger();
@@ -190,9 +212,9 @@ class Project {
     void LoadIntegrator();
     void LoadProcessor();
     // All six in the load order: triggers, integrators, post processors, lanes, boards, cameras.
-    void LoadComponents();
+    void LoadComponents(const std::string& folder);
     // All six in the save order: boards, cameras, integrators, processors, lanes, triggers.
-    void SaveComponents();
+    void SaveComponents(const std::string& folder);
 
     // Scans every plug-in directory below ./plugin/, in the start-up order.
     void LoadPluginDirectories();
@@ -217,5 +239,9 @@ class Project {
     void PostEvent(int id, int value, const std::string& text = std::string());
 
   private:
+    FolderSource AppDirSource() {
+        return [this] { return appdir; };
+    }
+
     LaneRunner* runner_ = nullptr;
 };

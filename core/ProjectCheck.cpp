@@ -4,6 +4,7 @@
 #include "ProjectFile.h"
 #include "platform/FileSystem.h"
 #include "platform/Log.h"
+#include "templates/TemplateSet.h"
 
 namespace {
 
@@ -16,6 +17,16 @@ void CheckProjectFile(const std::string& path, std::vector<std::string>& problem
         problems.push_back("the project file holds no project");
 }
 
+// The plate files travel with a project or stay from the one before; either way they must
+// read whole.
+void CheckPlateFiles(const std::string& folder) {
+    TemplateSet plates;
+    if (platform::FileExists(folder + "/templates.xml"))
+        plates.LoadTemplates(folder + "/templates.xml");
+    if (platform::FileExists(folder + "/countrycodes.txt"))
+        plates.LoadCountryCodes(folder + "/countrycodes.txt");
+}
+
 }  // namespace
 
 std::vector<std::string> CheckProject(const std::string& folder, const std::string& projectFile,
@@ -26,19 +37,16 @@ std::vector<std::string> CheckProject(const std::string& folder, const std::stri
         if (!platform::FileExists(folder + "/" + name))
             problems.push_back(std::string(name) + " is missing");
 
-    std::vector<std::string> plugins;
+    platform::ScopedLogCapture capture;
     {
-        platform::ScopedLogCapture capture;
         Project scratch;
         scratch.appdir = appDir;
-        scratch.loadfolder = folder;
-        scratch.namedplugins = &plugins;
-        scratch.LoadComponents();
-        for (const std::string& warning : capture.Messages())
-            problems.push_back(warning);
+        scratch.pluginproblems = &problems;
+        LoadProjectSettings(folder + "/" + projectFile, scratch);
+        scratch.LoadComponents(folder);
+        CheckPlateFiles(folder);
     }
-    for (const std::string& plugin : plugins)
-        if (!platform::FileExists(appDir + "/" + plugin))
-            problems.push_back("plug-in " + plugin + " is not installed");
+    for (const std::string& warning : capture.Messages())
+        problems.push_back(warning);
     return problems;
 }

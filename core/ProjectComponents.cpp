@@ -1,6 +1,6 @@
 // The six component files of a project: cameras.dat, boards.dat, triggers.dat, lanes.dat,
-// integrators.dat and processors.dat, in the working directory. Loading one also creates and
-// configures the plug-in instance of each record.
+// integrators.dat and processors.dat, in the project's component folder. Loading one also creates
+// and configures the plug-in instance of each record.
 #include <functional>
 #include <mutex>
 #include <optional>
@@ -54,12 +54,17 @@ void Warn(const char* function, const std::string& message, int line = __builtin
     platform::Log(platform::LogLevel::Warning, {__FILE__, function, line}, message);
 }
 
+// A component file of the folder; the name alone where no folder is set.
+std::string PathIn(const std::string& folder, const char* fileName) {
+    return folder.empty() ? fileName : folder + "/" + fileName;
+}
+
 // Reads the whole file, its strings in the project's code page. Empty when the file is missing
 // (silently) or unreadable (warned).
 std::optional<BinaryReader> OpenComponentFile(const ComponentFile& file, const std::string& folder,
                                               int codePage) {
     std::vector<uint8_t> bytes;
-    const std::string path = folder.empty() ? file.fileName : folder + "/" + file.fileName;
+    const std::string path = PathIn(folder, file.fileName);
     switch (platform::ReadWholeFile(path, bytes, kMaxBinaryFileSize)) {
         case platform::ReadResult::Missing:
             return std::nullopt;
@@ -82,31 +87,41 @@ void ReportDamage(const ComponentFile& file, const std::string& why, int line = 
 
 // Reads count records with readRecord, which returns false when the data ran out. Records read
 // whole are kept; the rest of a damaged file is reported and skipped.
-void ReadRecords(const ComponentFile& file, int32_t count,
-                 const std::function<bool()>& readRecord) {
+void ReadRecords(const ComponentFile& file, const BinaryReader& reader, int32_t count,
+                 const std::function<bool(int32_t)>& readRecord) {
     if (count < 0) {
         ReportDamage(file, "negative record count " + std::to_string(count) + ", nothing loaded");
         return;
     }
     for (int32_t i = 0; i < count; ++i) {
-        if (!readRecord()) {
+        if (!readRecord(i)) {
             ReportDamage(file, "only " + std::to_string(i) + " of " + std::to_string(count) +
                                    " records could be read");
             return;
         }
     }
+    if (reader.Remaining() > 0)
+        ReportDamage(file, std::to_string(reader.Remaining()) + " bytes after the last of " +
+                               std::to_string(count) + " records");
 }
 
 // Version and record count. False when the file has none, or a version the kind does not load
-// (silently: the count of such a file is not even read).
+// (said; the count of such a file is not even read). A version newer than the one this program
+// writes is read as far as this program knows it, and said.
 bool ReadHeader(const ComponentFile& file, BinaryReader& reader, bool (*loads)(int32_t version),
-                int32_t& version, int32_t& count) {
+                int32_t written, int32_t& version, int32_t& count) {
     if (!reader.ReadInt(version)) {
         ReportDamage(file, "no version");
         return false;
     }
-    if (!loads(version))
+    if (!loads(version)) {
+        ReportDamage(file, "version " + std::to_string(version) +
+                               " is not one this program reads, no record loaded");
         return false;
+    }
+    if (version > written)
+        ReportDamage(file, "version " + std::to_string(version) + " is newer than this program's " +
+                               std::to_string(written) + ", read as " + std::to_string(written));
     if (!reader.ReadInt(count)) {
         ReportDamage(file, "no record count");
         return false;
@@ -127,19 +142,21 @@ bool Version1Only(int32_t version) {
     return version == 1;
 }
 
-// While a project is only checked, the plug-in a record names is noted (its path below the
-// application folder) and not created: true then, and the record goes no further.
+// While a project is only checked, the plug-in a record names is looked up and not created
+// (what is wrong with it is noted): true then, and the record goes no further.
 template <typename Manager>
-bool NotedOnly(std::vector<std::string>* noted, const Manager& manager,
+bool NotedOnly(std::vector<std::string>* problems, const Manager& manager,
                const std::string& library) {
-    if (noted == nullptr)
+    if (problems == nullptr)
         return false;
-    noted->push_back(manager.PathOf(library));
+    std::string why;
+    if (manager.Locate(library, &why).empty())
+        problems->push_back(why);
     return true;
 }
 
-void Save(const ComponentFile& file, const BinaryWriter& writer) {
-    if (!platform::WriteWholeFile(file.fileName, writer.Bytes()))
+void Save(const ComponentFile& file, const std::string& folder, const BinaryWriter& writer) {
+    if (!platform::WriteWholeFile(PathIn(folder, file.fileName), writer.Bytes()))
         Warn(file.saveFunction, file.cannotSave);
 }
 
@@ -195,30 +212,68 @@ std::string LibraryOf(Plugin* plugin) {
     return plugin != nullptr ? plugin->GetLibName() : std::string();
 }
 
+// A record whose plug-in cannot be had is kept, not dropped: said once, naming file and record.
+void ReportHeld(const ComponentFile& file, int32_t index, const std::string& name,
+                const std::string& why, int line = __builtin_LINE()) {
+    Warn(file.loadFunction,
+         std::string(file.fileName) + " record " + std::to_string(index + 1) + " \"" + name +
+             "\": " + why + "; kept out of this run and written back as read",
+         line);
+}
+
+// True when the record's library can be loaded; otherwise the record is held and reported.
+template <typename Manager, typename Record>
+bool Loadable(const ComponentFile& file, int32_t index, const Manager& manager,
+              const RecordHead& head, const Record& record, std::vector<HeldRecord<Record>>& held) {
+    std::string why;
+    if (!manager.Locate(head.library, &why).empty())
+        return true;
+    ReportHeld(file, index, head.name, why);
+    held.push_back({record, head.library});
+    return false;
+}
+
+template <typename Record>
+void Hold(const ComponentFile& file, int32_t index, const RecordHead& head, const Record& record,
+          std::vector<HeldRecord<Record>>& held) {
+    ReportHeld(file, index, head.name, "plug-in " + head.library + " could not be created");
+    held.push_back({record, head.library});
+}
+
+template <typename Record>
+int32_t CountWithHeld(const OwningArray<Record>& loaded,
+                      const std::vector<HeldRecord<Record>>& held) {
+    return static_cast<int32_t>(loaded.GetCount() + held.size());
+}
+
 }  // namespace
 
 void Project::SaveCamera() {
     BinaryWriter writer(place.codepage);
     writer.WriteInt(kCameraVersion);
-    writer.WriteInt(static_cast<int32_t>(cameras.GetCount()));
-    for (const auto& camera : cameras) {
-        WriteHead(writer, camera.id, camera.name, LibraryOf(camera.plugin), camera.settings);
+    writer.WriteInt(CountWithHeld(cameras, held.cameras));
+    auto write = [&writer](const Camera& camera, const std::string& library) {
+        WriteHead(writer, camera.id, camera.name, library, camera.settings);
         writer.WriteInt(camera.port);
         writer.WriteInt(camera.FrameDim);
         writer.WriteInt(camera.AutoDiscovery);
         writer.WriteInt(camera.FPS);
         writer.WriteInt(camera.bitrate);
-    }
-    Save(kCameras, writer);
+    };
+    for (const auto& camera : cameras)
+        write(camera, LibraryOf(camera.plugin));
+    for (const auto& kept : held.cameras)
+        write(kept.record, kept.library);
+    Save(kCameras, componentfolder, writer);
 }
 
 void Project::LoadCamera() {
-    auto reader = OpenComponentFile(kCameras, loadfolder, place.codepage);
+    auto reader = OpenComponentFile(kCameras, componentfolder, place.codepage);
     int32_t version = 0;
     int32_t count = 0;
-    if (!reader || !ReadHeader(kCameras, *reader, FromVersion1, version, count))
+    if (!reader || !ReadHeader(kCameras, *reader, FromVersion1, kCameraVersion, version, count))
         return;
-    ReadRecords(kCameras, count, [&] {
+    ReadRecords(kCameras, *reader, count, [&](int32_t index) {
         RecordHead head;
         Camera camera;
         if (!ReadHead(*reader, head, true) || !ReadSince(*reader, version, 2, -1, camera.port) ||
@@ -233,16 +288,16 @@ void Project::LoadCamera() {
         camera.name = head.name;
         camera.settings = head.settings;
         camera.sampling = 0;
-        if (NotedOnly(namedplugins, cameraplugins, head.library))
+        if (NotedOnly(pluginproblems, cameraplugins, head.library) ||
+            !Loadable(kCameras, index, cameraplugins, head, camera, held.cameras))
             return true;
-        {
-            platform::ScopedWorkingDirectory inAppDir(appdir);
-            camera.plugin = cameraplugins.CreateCamera(head.library);
-            if (camera.plugin != nullptr)
-                camera.plugin->SetParameters(camera.settings);
+        camera.plugin = cameraplugins.CreateCamera(head.library);
+        if (camera.plugin == nullptr) {
+            Hold(kCameras, index, head, camera, held.cameras);
+            return true;
         }
-        if (camera.plugin != nullptr)
-            cameras.Add(camera);
+        camera.plugin->SetParameters(camera.settings);
+        cameras.Add(camera);
         return true;
     });
 }
@@ -250,28 +305,37 @@ void Project::LoadCamera() {
 void Project::SaveBoard() {
     BinaryWriter writer(place.codepage);
     writer.WriteInt(kBoardVersion);
-    writer.WriteInt(static_cast<int32_t>(boards.GetCount()));
+    writer.WriteInt(CountWithHeld(boards, held.boards));
     for (const auto& board : boards)
         WriteHead(writer, board.id, board.name, LibraryOf(board.plugin), board.settings);
-    Save(kBoards, writer);
+    for (const auto& kept : held.boards)
+        WriteHead(writer, kept.record.id, kept.record.name, kept.library, kept.record.settings);
+    Save(kBoards, componentfolder, writer);
 }
 
 void Project::LoadBoard() {
-    auto reader = OpenComponentFile(kBoards, loadfolder, place.codepage);
+    auto reader = OpenComponentFile(kBoards, componentfolder, place.codepage);
     int32_t version = 0;
     int32_t count = 0;
-    if (!reader || !ReadHeader(kBoards, *reader, Version1Or2, version, count))
+    if (!reader || !ReadHeader(kBoards, *reader, Version1Or2, kBoardVersion, version, count))
         return;
-    ReadRecords(kBoards, count, [&] {
+    ReadRecords(kBoards, *reader, count, [&](int32_t index) {
         RecordHead head;
         if (!ReadHead(*reader, head, version >= 2))
             return false;
         if (version < 2)
             head.settings = " ";
-        if (NotedOnly(namedplugins, boardplugins, head.library))
+        Board board;
+        board.name = head.name;
+        board.settings = head.settings;
+        board.id = head.id;
+        if (NotedOnly(pluginproblems, boardplugins, head.library) ||
+            !Loadable(kBoards, index, boardplugins, head, board, held.boards))
             return true;
-        platform::ScopedWorkingDirectory inAppDir(appdir);
+        const size_t before = boards.GetCount();
         AddBoard(head.name, head.library, head.settings, head.id);
+        if (boards.GetCount() == before)
+            Hold(kBoards, index, head, board, held.boards);
         return true;
     });
 }
@@ -279,26 +343,33 @@ void Project::LoadBoard() {
 void Project::SaveTrigger() {
     BinaryWriter writer(place.codepage);
     writer.WriteInt(kTriggerVersion);
-    writer.WriteInt(static_cast<int32_t>(triggers.GetCount()));
+    writer.WriteInt(CountWithHeld(triggers, held.triggers));
     for (const auto& trigger : triggers)
         WriteHead(writer, trigger.id, trigger.name, LibraryOf(trigger.plugin), trigger.settings);
-    Save(kTriggers, writer);
+    for (const auto& kept : held.triggers)
+        WriteHead(writer, kept.record.id, kept.record.name, kept.library, kept.record.settings);
+    Save(kTriggers, componentfolder, writer);
 }
 
 void Project::LoadTrigger() {
-    auto reader = OpenComponentFile(kTriggers, loadfolder, place.codepage);
+    auto reader = OpenComponentFile(kTriggers, componentfolder, place.codepage);
     int32_t version = 0;
     int32_t count = 0;
-    if (!reader || !ReadHeader(kTriggers, *reader, Version1Only, version, count))
+    if (!reader || !ReadHeader(kTriggers, *reader, Version1Only, kTriggerVersion, version, count))
         return;
-    ReadRecords(kTriggers, count, [&] {
+    ReadRecords(kTriggers, *reader, count, [&](int32_t index) {
         RecordHead head;
         if (!ReadHead(*reader, head, true))
             return false;
-        if (NotedOnly(namedplugins, triggerplugins, head.library))
+        Trigger trigger;
+        trigger.name = head.name;
+        trigger.settings = head.settings;
+        trigger.id = head.id;
+        if (NotedOnly(pluginproblems, triggerplugins, head.library) ||
+            !Loadable(kTriggers, index, triggerplugins, head, trigger, held.triggers))
             return true;
-        platform::ScopedWorkingDirectory inAppDir(appdir);
-        AddTrigger(head.name, head.library, head.settings, head.id);
+        if (AddTrigger(head.name, head.library, head.settings, head.id) < 0)
+            Hold(kTriggers, index, head, trigger, held.triggers);
         return true;
     });
 }
@@ -306,22 +377,27 @@ void Project::LoadTrigger() {
 void Project::SaveIntegrator() {
     BinaryWriter writer(place.codepage);
     writer.WriteInt(kIntegratorVersion);
-    writer.WriteInt(static_cast<int32_t>(integrators.GetCount()));
-    for (const auto& gate : integrators) {
-        WriteHead(writer, gate.id, gate.name, LibraryOf(gate.plugin), gate.settings);
+    writer.WriteInt(CountWithHeld(integrators, held.integrators));
+    auto write = [&writer](const Integrator& gate, const std::string& library) {
+        WriteHead(writer, gate.id, gate.name, library, gate.settings);
         writer.WriteInt(gate.OpMode);
-    }
-    Save(kIntegrators, writer);
+    };
+    for (const auto& gate : integrators)
+        write(gate, LibraryOf(gate.plugin));
+    for (const auto& kept : held.integrators)
+        write(kept.record, kept.library);
+    Save(kIntegrators, componentfolder, writer);
 }
 
 void Project::LoadIntegrator() {
-    auto reader = OpenComponentFile(kIntegrators, loadfolder, place.codepage);
+    auto reader = OpenComponentFile(kIntegrators, componentfolder, place.codepage);
     int32_t version = 0;
     int32_t count = 0;
-    if (!reader || !ReadHeader(kIntegrators, *reader, FromVersion1, version, count))
+    if (!reader ||
+        !ReadHeader(kIntegrators, *reader, FromVersion1, kIntegratorVersion, version, count))
         return;
     const PluginOpenArgs args = OpenArgs();
-    ReadRecords(kIntegrators, count, [&] {
+    ReadRecords(kIntegrators, *reader, count, [&](int32_t index) {
         RecordHead head;
         Integrator gate;
         if (!ReadHead(*reader, head, true) || !ReadSince(*reader, version, 2, 0, gate.OpMode))
@@ -329,20 +405,19 @@ void Project::LoadIntegrator() {
         gate.id = head.id;
         gate.name = head.name;
         gate.settings = head.settings;
-        if (NotedOnly(namedplugins, integratorplugins, head.library))
+        if (NotedOnly(pluginproblems, integratorplugins, head.library) ||
+            !Loadable(kIntegrators, index, integratorplugins, head, gate, held.integrators))
             return true;
-        {
-            platform::ScopedWorkingDirectory inAppDir(appdir);
-            gate.plugin = integratorplugins.CreaIntegratorPlugin(head.library);
-            if (gate.plugin != nullptr) {
-                // The plug-in learns its gate's name from the suffix; the record keeps the
-                // stored text, so the file does not grow.
-                gate.plugin->SetParameters(gate.settings + "<INTNAME>" + gate.name + "<\\INTNAME>");
-                OpenWith(gate.plugin, gate.id, args);
-            }
+        gate.plugin = integratorplugins.CreaIntegratorPlugin(head.library);
+        if (gate.plugin == nullptr) {
+            Hold(kIntegrators, index, head, gate, held.integrators);
+            return true;
         }
-        if (gate.plugin != nullptr)
-            integrators.Add(gate);
+        // The plug-in learns its gate's name from the suffix; the record keeps the stored text,
+        // so the file does not grow.
+        gate.plugin->SetParameters(gate.settings + "<INTNAME>" + gate.name + "<\\INTNAME>");
+        OpenWith(gate.plugin, gate.id, args);
+        integrators.Add(gate);
         return true;
     });
 }
@@ -350,17 +425,20 @@ void Project::LoadIntegrator() {
 void Project::SaveProcessor() {
     BinaryWriter writer(place.codepage);
     writer.WriteInt(kProcessorVersion);
-    writer.WriteInt(static_cast<int32_t>(processors.GetCount()));
-    for (const auto& processor : processors) {
-        WriteHead(writer, processor.id, processor.name, LibraryOf(processor.plugin),
-                  processor.settings);
+    writer.WriteInt(CountWithHeld(processors, held.processors));
+    auto write = [&writer](const PostProcessor& processor, const std::string& library) {
+        WriteHead(writer, processor.id, processor.name, library, processor.settings);
         writer.WriteString(processor.refintegrator);
-    }
-    Save(kProcessors, writer);
+    };
+    for (const auto& processor : processors)
+        write(processor, LibraryOf(processor.plugin));
+    for (const auto& kept : held.processors)
+        write(kept.record, kept.library);
+    Save(kProcessors, componentfolder, writer);
 }
 
 void Project::LoadProcessor() {
-    auto reader = OpenComponentFile(kProcessors, loadfolder, place.codepage);
+    auto reader = OpenComponentFile(kProcessors, componentfolder, place.codepage);
     if (!reader)
         return;
     {
@@ -370,13 +448,14 @@ void Project::LoadProcessor() {
             if (processor.plugin != nullptr)
                 processor.plugin->Close(processor.name, processor.id);
         processors.Clear();
+        held.processors.clear();
     }
     int32_t version = 0;
     int32_t count = 0;
-    if (!ReadHeader(kProcessors, *reader, FromVersion1, version, count))
+    if (!ReadHeader(kProcessors, *reader, FromVersion1, kProcessorVersion, version, count))
         return;
     const PluginOpenArgs args = OpenArgs();
-    ReadRecords(kProcessors, count, [&] {
+    ReadRecords(kProcessors, *reader, count, [&](int32_t index) {
         RecordHead head;
         PostProcessor processor;
         if (!ReadHead(*reader, head, true) || !reader->ReadString(processor.refintegrator))
@@ -384,18 +463,17 @@ void Project::LoadProcessor() {
         processor.id = head.id;
         processor.name = head.name;
         processor.settings = head.settings;
-        if (NotedOnly(namedplugins, processorplugins, head.library))
+        if (NotedOnly(pluginproblems, processorplugins, head.library) ||
+            !Loadable(kProcessors, index, processorplugins, head, processor, held.processors))
             return true;
-        {
-            platform::ScopedWorkingDirectory inAppDir(appdir);
-            processor.plugin = processorplugins.CreaProcessorPlugin(head.library);
-            if (processor.plugin != nullptr) {
-                processor.plugin->SetParameters(processor.settings);
-                OpenWith(processor.plugin, processor.id, args);
-            }
+        processor.plugin = processorplugins.CreaProcessorPlugin(head.library);
+        if (processor.plugin == nullptr) {
+            Hold(kProcessors, index, head, processor, held.processors);
+            return true;
         }
-        if (processor.plugin != nullptr)
-            processors.Add(processor);
+        processor.plugin->SetParameters(processor.settings);
+        OpenWith(processor.plugin, processor.id, args);
+        processors.Add(processor);
         return true;
     });
 }
@@ -434,7 +512,7 @@ void Project::SaveLane() {
             writer.WriteInt(point.y);
         }
     }
-    Save(kLanes, writer);
+    Save(kLanes, componentfolder, writer);
 }
 
 namespace {
@@ -484,24 +562,25 @@ bool ReadLane(BinaryReader& reader, int version, Lane& lane) {
 }  // namespace
 
 void Project::LoadLane() {
-    auto reader = OpenComponentFile(kLanes, loadfolder, place.codepage);
+    auto reader = OpenComponentFile(kLanes, componentfolder, place.codepage);
     int32_t version = 0;
     int32_t count = 0;
     // Versions below 3 load nothing; their record count is not even read.
-    if (!reader || !ReadHeader(kLanes, *reader, FromVersion3, version, count))
+    if (!reader || !ReadHeader(kLanes, *reader, FromVersion3, kLaneVersion, version, count))
         return;
-    ReadRecords(kLanes, count, [&] {
+    ReadRecords(kLanes, *reader, count, [&](int32_t) {
         Lane lane;
         if (!ReadLane(*reader, version, lane))
             return false;
-        if (NotedOnly(namedplugins, lprplugins, lane.lprlib))
+        if (NotedOnly(pluginproblems, lprplugins, lane.lprlib))
             return true;
         lanes.Add(lane);
         return true;
     });
 }
 
-void Project::LoadComponents() {
+void Project::LoadComponents(const std::string& folder) {
+    componentfolder = folder;
     LoadTrigger();
     LoadIntegrator();
     LoadProcessor();
@@ -510,7 +589,8 @@ void Project::LoadComponents() {
     LoadCamera();
 }
 
-void Project::SaveComponents() {
+void Project::SaveComponents(const std::string& folder) {
+    componentfolder = folder;
     SaveBoard();
     SaveCamera();
     SaveIntegrator();

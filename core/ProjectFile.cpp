@@ -6,6 +6,7 @@
 #include "corvane/TagText.h"
 #include "platform/CodePage.h"
 #include "platform/FileSystem.h"
+#include "platform/Log.h"
 
 namespace {
 
@@ -25,6 +26,31 @@ int SiteCodePage(const std::string& text) {
     std::string named;
     const int codePage = ReadTagString(text, "CODEPAGE", named) ? AtoI(named) : 0;
     return platform::IsSupportedCodePage(codePage) ? codePage : platform::kWesternCodePage;
+}
+
+const char* const kSettingTags[] = {
+    "VERSION",    "PRJNAME",     "PRJDIR",          "PLACEID",         "PLACENAME",
+    "PLACEDBIP",  "PLACEDBNAME", "PLACEDBUSERNAME", "PLACEDBPASSWORD", "USELOCALDB",
+    "SYNCROTIME", "DBSTORAGE",   "WHITELIST",       "CODEPAGE"};
+
+// A project file cut or damaged is said, naming the file and what is missing; what was read
+// whole is kept.
+void ReportDamage(const std::string& path, const std::string& text) {
+    auto damaged = [&path](const std::string& why) {
+        CORVANE_LOG_WARNING("Project::LoadProjectSettings",
+                            platform::FileNameOf(path) + " is damaged: " + why);
+    };
+    if (text.find("<PROJECT>") == std::string::npos)
+        damaged("no <PROJECT> in it");
+    else if (text.find("<\\PROJECT>") == std::string::npos)
+        damaged("it ends before <\\PROJECT>");
+    for (const char* tag : kSettingTags) {
+        const std::string open = std::string("<") + tag + ">";
+        const std::string close = std::string("<\\") + tag + ">";
+        const size_t at = text.find(open);
+        if (at != std::string::npos && text.find(close, at) == std::string::npos)
+            damaged(open + " is not closed, its setting not read");
+    }
 }
 
 }  // namespace
@@ -85,6 +111,7 @@ bool LoadProjectSettings(const std::string& path, Project& project) {
     std::string text;
     if (platform::ReadWholeFile(path, text, kMaxProjectFileSize) != platform::ReadResult::Ok)
         return false;
+    ReportDamage(path, text);
     ParseProjectSettings(text, project);
     return true;
 }

@@ -25,13 +25,12 @@ void ProjectSession::SaveProject(const std::string& path) {
 }
 
 void ProjectSession::SaveAll() {
-    if (platform::SetWorkingDirectory(project_.prjdir)) {
-        project_.SaveComponents();
-        SaveProject(project_.prjname + ".tlr");
-    } else {
+    if (!platform::DirectoryExists(project_.prjdir)) {
         CORVANE_LOG_WARNING("MyFrame::SaveAll", "Cannot save project");
+        return;
     }
-    ReturnToStartDir();
+    project_.SaveComponents(project_.prjdir);
+    SaveProject(ProjectFilePath());
 }
 
 void ProjectSession::OpenProject() {
@@ -46,18 +45,20 @@ void ProjectSession::OpenProject() {
         project_.selcamera = -1;
         project_.selroi = -1;
     }
-    const std::string projectFile = project_.prjname + ".tlr";
-    if (!LoadProjectSettings(projectFile, project_))
+    // Opening reads and never writes: what is on disk stays as it was until the operator saves.
+    if (!LoadProjectSettings(ProjectFilePath(), project_))
         host_.ShowMessage("Cannot load project settings");
-    project_.LoadComponents();
-    // The file on disk is brought up to the present format, folder and name at every open.
-    SaveProject(projectFile);
+    project_.LoadComponents(project_.prjdir);
     host_.RefreshLists();
-    host_.LoadPerspective();
-    ReturnToStartDir();
+    host_.LoadPerspective(project_.prjdir);
     project_.StartLanes();
     project_.StartBoardThread();
     StartMirrorDB();
+}
+
+std::string ProjectSession::ProjectFilePath() const {
+    return project_.prjfile.empty() ? project_.prjdir + project_.prjname + ".tlr"
+                                    : project_.prjfile;
 }
 
 void ProjectSession::StartMirrorDB() {
@@ -78,10 +79,6 @@ void ProjectSession::CopyStockFile(const std::string& name, const std::string& t
         platform::CopyFileOver(WithSlash(project_.appdir) + name, target);
 }
 
-void ProjectSession::ReturnToStartDir() {
-    platform::SetWorkingDirectory(project_.appdir);
-}
-
 bool ProjectSession::NewProject(const std::string& folder, const std::string& name) {
     // Absolute, so that no later change of the working directory moves the project.
     const std::string directory = WithSlash(platform::AbsolutePath(WithSlash(folder) + name));
@@ -91,11 +88,11 @@ bool ProjectSession::NewProject(const std::string& folder, const std::string& na
     }
     project_.prjname = name;
     project_.prjdir = directory;
+    project_.prjfile = directory + name + ".tlr";
     project_.prjopen = 1;
     CopyStockFile("templates.xml", directory, true);
     CopyStockFile("countrycodes.txt", directory, true);
-    platform::SetWorkingDirectory(directory);
-    SaveProject(name + ".tlr");
+    SaveProject(ProjectFilePath());
     OpenProject();
     SelectFirst();
     host_.SetTitle(std::string(kBanner) + " - " + name);
@@ -107,7 +104,7 @@ bool ProjectSession::LoadProject(const std::string& givenFile) {
     // A bare or relative name is taken from the working directory of the moment it was given.
     const std::string projectFile = platform::AbsolutePath(givenFile);
     const std::string directory = WithSlash(platform::DirectoryOf(projectFile));
-    if (!platform::SetWorkingDirectory(directory)) {
+    if (!platform::FileExists(projectFile)) {
         host_.ShowMessage("Cannot open project");
         return false;
     }
@@ -115,6 +112,7 @@ bool ProjectSession::LoadProject(const std::string& givenFile) {
     CopyStockFile("countrycodes.txt", directory, false);
     project_.prjname = platform::FileNameWithoutExtension(projectFile);
     project_.prjdir = directory;
+    project_.prjfile = projectFile;
     host_.SetTitle(std::string(kBanner) + " - " + project_.prjname);
     OpenProject();
     SelectFirst();
@@ -127,8 +125,9 @@ bool ProjectSession::OpenDownloaded() {
     project_.prjname = "default";
     // Absolute, as every project folder: plug-ins get their templates by full path.
     project_.prjdir = WithSlash(platform::AbsolutePath(WithSlash(project_.appdir) + "TempPrj"));
+    project_.prjfile = project_.prjdir + "default.tlr";
     host_.SetTitle(std::string(kBanner) + " - default");
-    if (!platform::SetWorkingDirectory(project_.prjdir)) {
+    if (!platform::DirectoryExists(project_.prjdir)) {
         host_.ShowMessage("Cannot open project");
         return false;
     }
@@ -175,7 +174,6 @@ bool ProjectSession::CloseProject() {
         project_.selroi = -1;
         project_.selcamera = -1;
     }
-    ReturnToStartDir();
     host_.ProjectStateChanged();
     return true;
 }
@@ -201,11 +199,9 @@ bool ProjectSession::ExportProject(const std::function<std::string()>& chooseFol
                                destination + "templates.xml");
         platform::CopyFileOver(WithSlash(project_.prjdir) + "countrycodes.txt",
                                destination + "countrycodes.txt");
-        platform::SetWorkingDirectory(destination);
-        project_.SaveComponents();
-        SaveProject("default.tlr");
+        project_.SaveComponents(destination);
+        SaveProject(destination + "default.tlr");
         host_.ShowMessage("Project exported to " + destination);
-        ReturnToStartDir();
         exported = true;
     }
     RestartWork();
@@ -227,7 +223,7 @@ bool ProjectSession::ImportConfirmed(const std::string& projectFile) {
     const std::string source = WithSlash(platform::DirectoryOf(projectFile));
     for (const char* name : kComponentFiles)
         if (platform::FileExists(source + name))
-            platform::CopyFileOver(source + name, name);
+            platform::CopyFileOver(source + name, WithSlash(project_.prjdir) + name);
     project_.place.placename = placename;
     project_.place.placeid = placeid;
 
@@ -238,7 +234,7 @@ bool ProjectSession::ImportConfirmed(const std::string& projectFile) {
     project_.boardplugins.LoadPlugin();
     project_.triggerplugins.LoadPlugin();
     project_.integratorplugins.LoadPlugin();
-    project_.LoadComponents();
+    project_.LoadComponents(project_.prjdir);
     host_.RefreshLists();
     RestartWork();
     return true;

@@ -13,14 +13,14 @@ class ProjectHost {
     virtual bool AskYesNo(const std::string& question) = 0;
     virtual void ShowMessage(const std::string& message) = 0;
     virtual void RefreshLists() {}
-    // Restores layout.ini from the working directory, if there is one.
-    virtual void LoadPerspective() {}
+    // Restores layout.ini of the folder, if it has one.
+    virtual void LoadPerspective(const std::string& /*folder*/) {}
     virtual void SetTitle(const std::string& /*title*/) {}
     virtual void ProjectStateChanged() {}
 };
 
-// The File flows on the one project: each leaves the working directory at the application
-// folder, whatever happens on the way.
+// The File flows on the one project. Every file is named by its absolute path: no flow changes
+// the working directory, so no thread of the program finds a file elsewhere on the way.
 class ProjectSession {
   public:
     static constexpr const char* kBanner = "Halvern - Corvane Suite 1.17.2";
@@ -33,7 +33,7 @@ class ProjectSession {
     void SaveProject(const std::string& path);
     // Components in their save order and the project file, in the project folder.
     void SaveAll();
-    // Loads the open project's folder (the working directory) and starts its regions.
+    // Loads the open project from its folder and starts its regions; writes nothing.
     void OpenProject();
 
     bool NewProject(const std::string& folder, const std::string& name);
@@ -63,7 +63,8 @@ class ProjectSession {
     void StopWork();
     void RestartWork();
     void CopyStockFile(const std::string& name, const std::string& to, bool overwrite);
-    void ReturnToStartDir();
+    // The open project's file, absolute.
+    std::string ProjectFilePath() const;
 
     Project& project_;
     ProjectHost& host_;

@@ -117,6 +117,11 @@ void LPRThread::Entry() {
     const Lane* lane = project_.GetLane(settings_.laneId);
     plugin_ = lane != nullptr ? project_.lprplugins.GetLPRPlugin(lane->lprlib) : nullptr;
     if (plugin_ == nullptr) {
+        // Said, not left to be guessed from a silent region.
+        if (lane != nullptr)
+            CORVANE_LOG_WARNING("LPRThread::Entry", "Region " + lane->name +
+                                                        " has no plate reader (" + lane->lprlib +
+                                                        "): nothing is read");
         while (Pause(250)) {
         }
         return;

@@ -166,10 +166,28 @@ bool WriteWholeFile(const std::string& path, const void* data, size_t size) {
     written = written && ::fsync(fd) == 0;
     written = ::close(fd) == 0 && written;
     if (!written || ::rename(temporary.c_str(), target.c_str()) != 0) {
+        const int why = errno;  // the caller may tell the operator: "No space left on device"
         ::unlink(temporary.c_str());
+        errno = why;
         return false;
     }
     return true;
+}
+
+bool CopyFileWhole(const std::string& from, const std::string& to, size_t limit) {
+    std::vector<uint8_t> bytes;
+    if (ReadWholeFile(from, bytes, limit) != ReadResult::Ok)
+        return false;
+    return WriteWholeFile(to, bytes);
+}
+
+bool SyncDirectory(const std::string& path) {
+    const int fd = ::open(NativePath(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0)
+        return false;
+    const bool synced = ::fsync(fd) == 0;
+    ::close(fd);
+    return synced;
 }
 
 std::string AbsolutePath(const std::string& path) {
@@ -186,6 +204,10 @@ std::string FileExtension(const std::string& path) {
 
 std::string FileNameWithoutExtension(const std::string& path) {
     return fs::path(NativePath(path)).stem().string();
+}
+
+std::string FileNameOf(const std::string& path) {
+    return fs::path(NativePath(path)).filename().string();
 }
 
 std::string DirectoryOf(const std::string& path) {

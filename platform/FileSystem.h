@@ -52,10 +52,18 @@ inline bool WriteWholeFile(const std::string& path, const std::vector<uint8_t>& 
     return WriteWholeFile(path, bytes.data(), bytes.size());
 }
 
+// Copies a file of at most limit bytes through WriteWholeFile: the copy is whole and on disk,
+// or the call fails (errno says why) and the target is left as it was.
+bool CopyFileWhole(const std::string& from, const std::string& to, size_t limit);
+// Puts a folder's entries (new names, renames) on disk.
+bool SyncDirectory(const std::string& path);
+
 // The path made absolute against the working directory, with "." and ".." folded.
 std::string AbsolutePath(const std::string& path);
 std::string FileExtension(const std::string& path);
 std::string FileNameWithoutExtension(const std::string& path);
+// The last part of a path: "site.tlr" of "/p/site.tlr".
+std::string FileNameOf(const std::string& path);
 std::string DirectoryOf(const std::string& path);
 
 }  // namespace platform

@@ -92,7 +92,16 @@ std::string TemplateSet::TemplateTag(int number) {
     return tag;
 }
 
-void TemplateSet::ParseTemplates(const std::string& text) {
+void TemplateSet::ParseTemplates(const std::string& text, const std::string& source) {
+    auto damaged = [&source](const std::string& why) {
+        CORVANE_LOG_WARNING("TemplateSet::LoadTemplates", source + " is damaged: " + why);
+    };
+    if (text.empty())
+        damaged("empty, no template read");
+    else if (text.find(std::string("<\\") + kFileTag + ">") == std::string::npos)
+        damaged(std::string("it ends before <\\") + kFileTag + ">");
+    if (!text.empty() && text.find("<NUMTEMPL>") == std::string::npos)
+        damaged("no NUMTEMPL, no template read");
     templates.clear();
     useTempl = GetTagInt(text, "USETEMPL");
     discard = GetTagInt(text, "DISCARD");
@@ -101,15 +110,29 @@ void TemplateSet::ParseTemplates(const std::string& text) {
     forceSubPerc = GetTagInt(text, "FORCESUBPERC");
     const int count = BoundedCount(text, "NUMTEMPL", kMaxTemplates);
     std::printf("Found %d templates\n", count);
-    for (int n = 1; n <= count; ++n)
-        templates.push_back(ReadTemplate(GetTagString(text, TemplateTag(n))));
+    int missing = 0;
+    std::string first;
+    for (int n = 1; n <= count; ++n) {
+        // A block is read only whole: open and closed.
+        const std::string tag = TemplateTag(n);
+        const size_t open = text.find("<" + tag + ">");
+        if (open == std::string::npos || text.find("<\\" + tag + ">", open) == std::string::npos) {
+            if (missing++ == 0)
+                first = tag;
+            continue;
+        }
+        templates.push_back(ReadTemplate(GetTagString(text, tag)));
+    }
+    if (missing > 0)
+        damaged(std::to_string(missing) + " of " + std::to_string(count) +
+                " templates are missing or cut (the first " + first + "), not read");
 }
 
 void TemplateSet::LoadTemplates(const std::string& path) {
     std::string text;
     switch (platform::ReadWholeFile(path, text, kMaxFileSize)) {
         case platform::ReadResult::Ok:
-            ParseTemplates(text);
+            ParseTemplates(text, platform::FileNameOf(path));
             return;
         case platform::ReadResult::TooLarge:
             CORVANE_LOG_WARNING("TemplateSet::LoadTemplates", path + " is damaged: too large");
@@ -143,7 +166,7 @@ bool TemplateSet::SaveTemplates(const std::string& path,
     return platform::WriteWholeFile(path, TemplatesText(usedCountries));
 }
 
-void TemplateSet::ParseCountryCodes(const std::string& text) {
+void TemplateSet::ParseCountryCodes(const std::string& text, const std::string& source) {
     size_t start = 0;
     int row = 0;
     size_t cr;
@@ -166,10 +189,16 @@ void TemplateSet::ParseCountryCodes(const std::string& text) {
         if (start >= text.size())
             break;
     }
+    if (text.empty())
+        CORVANE_LOG_WARNING("TemplateSet::LoadCountryCodes", source + " is damaged: empty");
+    else if (start < text.size() && text.find('\r', start) == std::string::npos)
+        CORVANE_LOG_WARNING("TemplateSet::LoadCountryCodes", source + " is damaged: row " +
+                                                                 std::to_string(row + 1) +
+                                                                 " is cut (no line end), not read");
 }
 
 void TemplateSet::LoadCountryCodes(const std::string& path) {
     std::string text;
     if (platform::ReadWholeFile(path, text, kMaxFileSize) == platform::ReadResult::Ok)
-        ParseCountryCodes(text);
+        ParseCountryCodes(text, platform::FileNameOf(path));
 }

@@ -56,9 +56,10 @@ class TemplateSet {
 
     // The text SaveTemplates writes.
     std::string TemplatesText(const std::vector<std::string>& usedCountries) const;
-    // Reads a text as LoadTemplates reads the file.
-    void ParseTemplates(const std::string& text);
-    void ParseCountryCodes(const std::string& text);
+    // Reads a text as LoadTemplates reads the file; damage is reported under the source's name
+    // and what was read whole is kept.
+    void ParseTemplates(const std::string& text, const std::string& source = "templates.xml");
+    void ParseCountryCodes(const std::string& text, const std::string& source = "countrycodes.txt");
 
     // "TEMPLATE%03d": three digits up to 999, more from 1000 on.
     static std::string TemplateTag(int number);

@@ -140,7 +140,7 @@ TEST_F(ComponentFormats, BoardsTriggersGatesAndProcessorsOfEveryVersion) {
 
         Project project;
         project.appdir = AppDir();
-        project.LoadComponents();
+        project.LoadComponents(platform::GetWorkingDirectory());
         ASSERT_EQ(project.boards.GetCount(), 1u);
         EXPECT_EQ(project.boards[0].id, 301);
         EXPECT_EQ(project.boards[0].name, "io");

@@ -2,12 +2,18 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <functional>
+#include <map>
 #include <random>
 
+#include "SavedSite.h"
 #include "TestSupport.h"
 #include "core/Project.h"
+#include "core/ProjectSession.h"
 #include "fuzz/ReaderFuzzTargets.h"
 #include "platform/FileSystem.h"
+#include "templates/TemplateSet.h"
 
 namespace {
 
@@ -151,4 +157,167 @@ TEST_F(DamagedFiles, MutatedInputsNeverBreakAReader) {
         FuzzOneReader(input.data(), input.size());
     }
     SUCCEED();
+}
+
+namespace {
+
+// Answers every question No: nothing is saved unless a test asks for it.
+class QuietHost : public ProjectHost {
+  public:
+    bool AskYesNo(const std::string&) override { return false; }
+    void ShowMessage(const std::string&) override {}
+};
+
+struct Damage {
+    const char* name;
+    std::function<void(std::vector<uint8_t>&)> apply;
+};
+
+// What a disk or a careless copy does to a file.
+std::vector<Damage> Damages() {
+    return {{"cut in half", [](std::vector<uint8_t>& b) { b.resize(b.size() / 2); }},
+            {"emptied", [](std::vector<uint8_t>& b) { b.clear(); }},
+            {"first byte flipped", [](std::vector<uint8_t>& b) { b[0] ^= 0xFF; }},
+            {"FF FF FF FF and noise",
+             [](std::vector<uint8_t>& b) {
+                 std::mt19937 random(7);
+                 b.assign({0xFF, 0xFF, 0xFF, 0xFF});
+                 for (int i = 0; i < 40; ++i)
+                     b.push_back(static_cast<uint8_t>(random()));
+             }},
+            {"a byte more", [](std::vector<uint8_t>& b) { b.push_back(0x2A); }}};
+}
+
+// Opens the site in folder as an operator would and closes it without saving: what the open
+// said, and whether a region and a source are there.
+struct Opened {
+    std::vector<std::string> warnings;
+    size_t cameras = 0;
+    size_t lanes = 0;
+};
+
+Opened OpenAndClose(const std::string& folder) {
+    Opened opened;
+    Project project;
+    project.appdir = AppDir();
+    QuietHost host;
+    ProjectSession session(project, host);
+    LogCapture log;
+    session.LoadProject(folder + "/site.tlr");
+    opened.warnings = log.Messages();
+    opened.cameras = project.cameras.GetCount();
+    opened.lanes = project.lanes.GetCount();
+    project.StopLanes();
+    project.StopBoardThread();
+    project.CloseAll();
+    return opened;
+}
+
+bool Names(const std::vector<std::string>& warnings, const std::string& file) {
+    for (const std::string& warning : warnings)
+        if (warning.find(file + " is damaged") != std::string::npos)
+            return true;
+    return false;
+}
+
+}  // namespace
+
+TEST(DamagedProject, EveryDamageOfEveryFileIsSaidByNameWhatIsWholeLoadsAndNothingIsRewritten) {
+    TempDir whole;
+    SaveSite(whole.Path(), "site", "Damaged");
+    const std::vector<std::string> files = {"site.tlr",     "cameras.dat",     "boards.dat",
+                                            "triggers.dat", "integrators.dat", "processors.dat",
+                                            "lanes.dat"};
+    for (const std::string& file : files) {
+        for (const Damage& damage : Damages()) {
+            if (file == "site.tlr" && std::string(damage.name) == "a byte more")
+                continue;  // a text file may end in anything after its last tag
+            TempDir folder;
+            for (const std::string& each : files)
+                platform::CopyFileOver(whole.File(each), folder.File(each));
+            auto bytes = ReadFileBytes(folder.File(file));
+            damage.apply(bytes);
+            WriteFileBytes(folder.File(file), bytes);
+            std::map<std::string, std::vector<uint8_t>> before;
+            for (const std::string& each : files)
+                before[each] = ReadFileBytes(folder.File(each));
+
+            const Opened opened = OpenAndClose(folder.Path());
+            EXPECT_TRUE(Names(opened.warnings, file)) << file << " " << damage.name;
+            // What was not damaged loads whole.
+            if (file != "cameras.dat") {
+                EXPECT_EQ(opened.cameras, 1u) << file << " " << damage.name;
+            }
+            if (file != "lanes.dat") {
+                EXPECT_EQ(opened.lanes, 1u) << file << " " << damage.name;
+            }
+            for (const std::string& each : files)
+                EXPECT_EQ(ReadFileBytes(folder.File(each)), before[each])
+                    << each << " rewritten after " << file << " " << damage.name;
+        }
+    }
+}
+
+TEST(DamagedProject, ARecordWhosePluginIsMissingIsKeptSaidAndWrittenBackAsRead) {
+    TempDir folder;
+    SaveSite(folder.Path(), "site", "Kept");
+    // The board's library name flipped in one letter: its plug-in is nowhere.
+    auto boards = ReadFileBytes(folder.File("boards.dat"));
+    const std::string name = "TestBoard";
+    const auto at = std::search(boards.begin(), boards.end(), name.begin(), name.end());
+    ASSERT_NE(at, boards.end());
+    *at = 'X';
+    WriteFileBytes(folder.File("boards.dat"), boards);
+
+    Project project;
+    project.appdir = AppDir();
+    QuietHost host;
+    ProjectSession session(project, host);
+    LogCapture log;
+    ASSERT_TRUE(session.LoadProject(folder.File("site.tlr")));
+    EXPECT_TRUE(log.Contains("boards.dat record 1 \"IO\": plug-in XestBoard is not installed in " +
+                             AppDir() + "/plugin/board/; kept out of this run"));
+    EXPECT_TRUE(project.boards.IsEmpty());
+    ASSERT_EQ(project.held.boards.size(), 1u);
+    EXPECT_EQ(ReadFileBytes(folder.File("boards.dat")), boards);  // the open wrote nothing
+
+    // A save keeps it: the record goes back to disk as it was read.
+    session.SaveAll();
+    EXPECT_EQ(ReadFileBytes(folder.File("boards.dat")), boards);
+    project.StopLanes();
+    project.StopBoardThread();
+    project.CloseAll();
+}
+
+TEST(DamagedProject, CutPlateFilesAreSaidAndKeepWhatIsWhole) {
+    const std::string stock = ReadFileText(std::string(CORVANE_APP_DIR) + "/templates.xml");
+    ASSERT_GT(stock.size(), 1000u);
+    TemplateSet whole;
+    whole.ParseTemplates(stock);
+    ASSERT_GT(whole.templates.size(), 2u);
+    {
+        LogCapture log;
+        TemplateSet cut;
+        cut.ParseTemplates(stock.substr(0, stock.size() / 2));
+        EXPECT_TRUE(log.Contains("templates.xml is damaged: it ends before"));
+        EXPECT_TRUE(log.Contains("templates are missing or cut"));
+        EXPECT_GT(cut.templates.size(), 0u);
+        EXPECT_LT(cut.templates.size(), whole.templates.size());
+    }
+    {
+        LogCapture log;
+        TemplateSet empty;
+        empty.ParseTemplates("");
+        EXPECT_TRUE(log.Contains("templates.xml is damaged: empty"));
+    }
+    const std::string codes = ReadFileText(std::string(CORVANE_APP_DIR) + "/countrycodes.txt");
+    {
+        LogCapture log;
+        TemplateSet cut;
+        cut.ParseCountryCodes(codes.substr(0, codes.size() - 10));
+        EXPECT_TRUE(log.Contains("countrycodes.txt is damaged: row"));
+        TemplateSet empty;
+        empty.ParseCountryCodes("");
+        EXPECT_TRUE(log.Contains("countrycodes.txt is damaged: empty"));
+    }
 }

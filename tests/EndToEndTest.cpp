@@ -253,11 +253,11 @@ TEST(EndToEnd, TheDemoProjectIsMadeOfTheReferencePluginsAndSurvivesASave) {
     ASSERT_EQ(demo.lanes.GetCount(), 1u);
     EXPECT_NE(demo.cameras.Item(0).plugin, nullptr);
     EXPECT_NE(demo.boards.Item(0).plugin, nullptr);
-    demo.SaveComponents();
+    demo.SaveComponents(platform::GetWorkingDirectory());
 
     Project reopened;
     reopened.LoadPluginDirectories();
-    reopened.LoadComponents();
+    reopened.LoadComponents(platform::GetWorkingDirectory());
     ASSERT_EQ(reopened.lanes.GetCount(), 1u);
     EXPECT_EQ(reopened.lanes.Item(0).lprlib, "PlateCore");
     EXPECT_EQ(reopened.lanes.Item(0).intname, "Gate1");

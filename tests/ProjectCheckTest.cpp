@@ -34,7 +34,8 @@ TEST(ProjectCheck, NamesAMissingPluginADamagedOrEmptyFileAndAMissingOne) {
     TempDir folder;
     SaveSite(folder.Path(), "site", "Checked", "NoSuchReader");
     auto problems = CheckProject(folder.Path(), "site.tlr", AppDir());
-    EXPECT_TRUE(Mentions(problems, "plug-in ./plugin/lpr/NoSuchReader.dll is not installed"));
+    EXPECT_TRUE(Mentions(problems,
+                         "plug-in NoSuchReader is not installed in " + AppDir() + "/plugin/lpr/"));
 
     SaveSite(folder.Path(), "site", "Checked");
     auto lanes = ReadFileBytes(folder.File("lanes.dat"));

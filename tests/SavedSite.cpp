@@ -27,6 +27,6 @@ void SaveSite(const std::string& folder, const std::string& name, const std::str
     lane.lprlib = lprLibrary;
     project.lanes.Add(lane);
     platform::ScopedWorkingDirectory inFolder(folder);
-    project.SaveComponents();
+    project.SaveComponents(platform::GetWorkingDirectory());
     WriteProjectFile(name + ".tlr", project);
 }

@@ -67,11 +67,12 @@ void OpenDemoProject(MyFrame& frame) {
     if (project.prjopen != 0)
         return;
     ProjectSession& session = frame.Session();
-    if (platform::FileExists("projects/demo/demo.tlr")) {
-        session.LoadProject("projects/demo/demo.tlr");
+    const std::string projects = project.appdir + "/projects";
+    if (platform::FileExists(projects + "/demo/demo.tlr")) {
+        session.LoadProject(projects + "/demo/demo.tlr");
     } else {
-        platform::MakeDirectory("projects");
-        if (!session.NewProject("projects", "demo"))
+        platform::MakeDirectory(projects);
+        if (!session.NewProject(projects, "demo"))
             return;
         project.EditBracket([&] { PopulateDemoProject(project); });
         session.SaveAll();

@@ -125,7 +125,7 @@ MyFrame::MyFrame(Project& project, StartMode mode)
 
     BuildMenus();
     BuildPanes();
-    LoadPerspective();
+    LoadPerspective(startdir);
     rtsp_->Start();
     checkdbthread = std::make_unique<CheckDBThread>(this, &project_);
     checkdbthread->Run();
@@ -279,8 +279,8 @@ void MyFrame::BuildPanes() {
 
 // From the working directory: the application folder at start, the project's folder during an
 // open (a project folder without layout.ini keeps the present layout).
-void MyFrame::LoadPerspective() {
-    const auto layout = LoadLayout(kLayoutFile);
+void MyFrame::LoadPerspective(const std::string& folder) {
+    const auto layout = LoadLayout(folder + "/" + kLayoutFile);
     if (!layout)
         return;
     auimanager.LoadPerspective(wxString::FromUTF8(layout->perspective), true);
@@ -293,7 +293,7 @@ void MyFrame::SavePerspective() {
     GetPosition(&layout.x, &layout.y);
     GetSize(&layout.width, &layout.height);
     layout.perspective = auimanager.SavePerspective().utf8_str();
-    if (!SaveLayout(kLayoutFile, layout))
+    if (!SaveLayout(startdir + "/" + kLayoutFile, layout))
         CORVANE_LOG_WARNING("MyFrame::SavePerspective", "Cannot save windows layout");
 }
 
@@ -676,7 +676,6 @@ void MyFrame::Shutdown(bool askQuestions) {
     platform::StopOrAbandon(checkdbthread, platform::kExitStopLimitMs);
     rtsp_->StopAllStreams();
     if (askQuestions && mustexit == 0) {
-        platform::SetWorkingDirectory(startdir);
         SavePerspective();
         if (project_.prjopen == 1 && AskYesNo("Save Changes?"))
             session_.SaveAll();

@@ -42,7 +42,7 @@ class MyFrame : public wxFrame, public EventSink, public ProjectHost {
     bool AskYesNo(const std::string& question) override;
     void ShowMessage(const std::string& message) override;
     void RefreshLists() override;
-    void LoadPerspective() override;
+    void LoadPerspective(const std::string& folder) override;
     void SetTitle(const std::string& title) override;
     void ProjectStateChanged() override;
 
