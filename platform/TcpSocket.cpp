@@ -82,7 +82,7 @@ TcpSocket TcpSocket::Listen(const std::string& ip, int port) {
     const int yes = 1;
     ::setsockopt(socket.fd_, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
     if (::bind(socket.fd_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
-        ::listen(socket.fd_, 8) != 0)
+        ::listen(socket.fd_, SOMAXCONN) != 0)  // the system's backlog: bursts wait no retry
         return TcpSocket();
     return socket;
 }

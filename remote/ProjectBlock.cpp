@@ -1,5 +1,8 @@
 #include "ProjectBlock.h"
 
+#include <cerrno>
+#include <cstring>
+
 #include "platform/FileSystem.h"
 
 namespace ProjectBlock {
@@ -77,7 +80,7 @@ std::string ReadKeyFile(const std::string& path) {
 }
 
 bool WriteSections(const std::string& buffer, const std::string& folder,
-                   const std::string& projectFile) {
+                   const std::string& projectFile, std::string* problem) {
     size_t opening[kSections];
     size_t closing[kSections];
     for (int i = 0; i < kSections; ++i) {
@@ -91,8 +94,13 @@ bool WriteSections(const std::string& buffer, const std::string& folder,
             return false;
         const size_t begin = opening[i] + OpeningTag(kSectionTable[i]).size();
         const size_t length = closing[i] > begin ? closing[i] - begin : 0;
-        platform::WriteWholeFile(SectionPath(folder, kSectionTable[i], projectFile),
-                                 buffer.data() + begin, length);
+        const std::string path = SectionPath(folder, kSectionTable[i], projectFile);
+        if (!platform::WriteWholeFile(path, buffer.data() + begin, length)) {
+            if (problem != nullptr)
+                *problem =
+                    "cannot write " + platform::FileNameOf(path) + ": " + std::strerror(errno);
+            return false;
+        }
     }
     return true;
 }

@@ -42,8 +42,9 @@ std::string ReadKeyFile(const std::string& path);
 
 // When every tag is in the buffer, writes each section in turn into folder (the project file
 // as projectFile) and answers true after the last. A section whose opening tag stands behind
-// its closing one ends the check there; sections written before it stay written.
+// its closing one ends the check there; sections written before it stay written. False too
+// when a file cannot be written whole, problem then says which and why.
 bool WriteSections(const std::string& buffer, const std::string& folder,
-                   const std::string& projectFile);
+                   const std::string& projectFile, std::string* problem = nullptr);
 
 }  // namespace ProjectBlock

@@ -1,11 +1,13 @@
 #include "RuntimeServer.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
 
 #include "ProjectBlock.h"
+#include "RuntimeProjectStore.h"
 #include "core/EventSink.h"
 #include "platform/FileSystem.h"
 #include "platform/Log.h"
@@ -38,8 +40,9 @@ void RemoveTree(const std::string& folder) {
     std::filesystem::remove_all(folder, ec);
 }
 
-void Warn(const std::string& message) {
-    CORVANE_LOG_WARNING("RuntimeServer::Serve", message);
+// The line in the log context is the caller's: the place that found the problem.
+void Warn(const std::string& message, int line = __builtin_LINE()) {
+    platform::Log(platform::LogLevel::Warning, {__FILE__, "RuntimeServer::Serve", line}, message);
 }
 
 }  // namespace
@@ -66,9 +69,14 @@ void RuntimeServer::SetServedProject(const std::string& folder, const std::strin
 
 std::string RuntimeServer::TakeIncoming() {
     std::lock_guard<std::mutex> lock(mutex_);
-    std::string folder;
-    folder.swap(ready_);
-    return folder;
+    if (!ready_)
+        return std::string();
+    ready_ = false;
+    const std::string taken = incoming_ + "/" + RuntimeProjectStore::kTaken;
+    RemoveTree(taken);
+    std::error_code ec;
+    std::filesystem::rename(incoming_ + "/" + RuntimeProjectStore::kReady, taken, ec);
+    return ec ? std::string() : taken;
 }
 
 bool RuntimeServer::MayBeRequest(const std::string& buffer) {
@@ -113,6 +121,21 @@ void RuntimeServer::Entry() {
     ReapPeers(true);
 }
 
+// Why a peer is not served now: empty when it may be. Slow peers from one address hold at most
+// kMaxPeersPerAddress transfers, and the last place is kept for a workstation served before, so
+// a crowd of strangers cannot lock the site's own workstation out.
+std::string RuntimeServer::RefusalOf(uint32_t address) const {
+    const size_t fromAddress = static_cast<size_t>(
+        std::count_if(peers_.begin(), peers_.end(),
+                      [address](const auto& peer) { return peer->address == address; }));
+    if (fromAddress >= kMaxPeersPerAddress)
+        return std::to_string(kMaxPeersPerAddress) + " transfers from this address under way";
+    const bool servedBefore = servedAddresses_.count(address) != 0;
+    if (peers_.size() >= kMaxPeers || (peers_.size() + 1 >= kMaxPeers && !servedBefore))
+        return std::to_string(peers_.size()) + " transfers already under way";
+    return std::string();
+}
+
 void RuntimeServer::Admit(platform::TcpSocket socket) {
     uint32_t address = 0;
     const bool known = socket.PeerAddress(address);
@@ -124,35 +147,42 @@ void RuntimeServer::Admit(platform::TcpSocket socket) {
                                 ": not an allowed workstation");
         return;
     }
-    if (peers_.size() >= kMaxPeers) {
-        CORVANE_LOG_WARNING("RuntimeServer::Entry",
-                            "Transfer refused to " + platform::DottedAddress(address) + ": " +
-                                std::to_string(kMaxPeers) + " transfers already under way");
+    ReapPeers(false);  // a peer that has just ended holds no place
+    const std::string refusal = RefusalOf(address);
+    if (!refusal.empty()) {
+        CORVANE_LOG_WARNING(
+            "RuntimeServer::Entry",
+            "Transfer refused to " + platform::DottedAddress(address) + ": " + refusal);
         return;
     }
     auto peer = std::make_unique<Peer>();
     Peer* raw = peer.get();
+    raw->address = address;
     const int number = ++connections_;
     raw->thread = std::thread([this, raw, number, held = std::move(socket)]() mutable {
-        Serve(held, number);
+        raw->served = Serve(held, number);
         held.Close();
         raw->done = true;
     });
     peers_.push_back(std::move(peer));
+    underWay_ = peers_.size();
 }
 
 void RuntimeServer::ReapPeers(bool all) {
     for (auto it = peers_.begin(); it != peers_.end();) {
         if (all || (*it)->done) {
             (*it)->thread.join();  // a peer ends within its own transfer time
+            if ((*it)->served)
+                servedAddresses_.insert((*it)->address);
             it = peers_.erase(it);
         } else {
             ++it;
         }
     }
+    underWay_ = peers_.size();
 }
 
-void RuntimeServer::Serve(platform::TcpSocket& peer, int number) {
+bool RuntimeServer::Serve(platform::TcpSocket& peer, int number) {
     std::string buffer;
     char piece[ProjectBlock::kReadSize];
     const uint32_t deadline = platform::GetTickCount() + ProjectBlock::kTransferMs;
@@ -165,7 +195,7 @@ void RuntimeServer::Serve(platform::TcpSocket& peer, int number) {
         if (TestDestroy() || left <= 0) {
             Warn("Transfer request incomplete after " +
                  std::to_string(ProjectBlock::kTransferMs / 1000) + " s: dropped");
-            return;
+            return false;
         }
         peer.SetTimeouts(std::min(left, ProjectBlock::kSocketTimeoutMs),
                          ProjectBlock::kSocketTimeoutMs);
@@ -173,20 +203,20 @@ void RuntimeServer::Serve(platform::TcpSocket& peer, int number) {
         if (got == 0) {
             if (timeLeft() > 0 && !buffer.empty())
                 Warn("Transfer request incomplete: dropped");
-            return;
+            return false;
         }
         if (timeLeft() <= 0)
             continue;  // too late: reported above on the next turn
         if (buffer.size() + got >= ProjectBlock::kMaxBlock) {
             Warn("Project block too large: dropped");
-            return;
+            return false;
         }
         buffer.append(piece, got);
         if (!keyed) {
             const int key = TakeKey(buffer);
             if (key < 0) {
                 Warn("Transfer key missing or wrong: dropped");
-                return;
+                return false;
             }
             if (key == 0)
                 continue;
@@ -194,7 +224,7 @@ void RuntimeServer::Serve(platform::TcpSocket& peer, int number) {
         }
         if (!MayBeRequest(buffer)) {
             Warn("Unknown transfer request: dropped");
-            return;
+            return false;
         }
         if (Begins(buffer, ProjectBlock::kDownloadRequest)) {
             std::string folder;
@@ -208,36 +238,87 @@ void RuntimeServer::Serve(platform::TcpSocket& peer, int number) {
             std::string problem = "no project is open";
             const std::string block =
                 file.empty() ? std::string() : ProjectBlock::Compose(folder, file, &problem);
-            if (block.empty())
+            if (block.empty()) {
                 Warn("Cannot send the project: " + problem);
-            else if (!peer.SendAllBefore(block, deadline))
+                return false;
+            }
+            if (!peer.SendAllBefore(block, deadline)) {
                 Warn("Project download not taken within the transfer time");
-            return;
+                return false;
+            }
+            return true;
         }
         if (Begins(buffer, ProjectBlock::kRebootRequest)) {
+            if (!MayReboot()) {
+                Warn("Reboot refused: one every " + std::to_string(kRebootSpacingMs / 1000) +
+                     " s at most");
+                return false;
+            }
             // Posted before the answer: once the workstation hears <OK>, the request is queued.
             events_->PostCommand(kRebootRequested, 0, std::string());
             peer.SendAllBefore(ProjectBlock::kOk, deadline);
-            return;
+            return true;
         }
         if (buffer.find(ProjectBlock::ClosingTag(
                 ProjectBlock::kSectionTable[ProjectBlock::kSections - 1])) != std::string::npos) {
-            Upload(peer, buffer, number);
-            return;
+            return Upload(peer, buffer, number);
         }
     }
 }
 
-void RuntimeServer::Upload(platform::TcpSocket& peer, const std::string& block, int number) {
-    const std::string staged = incoming_ + "/upload-" + std::to_string(number);
+bool RuntimeServer::MayReboot() {
+    const uint32_t now = platform::GetTickCount();
+    std::lock_guard<std::mutex> lock(mutex_);
+    if (rebooted_ && platform::ElapsedTicks(now, lastReboot_) < kRebootSpacingMs)
+        return false;
+    rebooted_ = true;
+    lastReboot_ = now;
+    return true;
+}
+
+bool RuntimeServer::Stage(const std::string& block, const std::string& staged,
+                          std::string& problem) {
     platform::MakeDirectory(platform::DirectoryOf(incoming_));
     platform::MakeDirectory(incoming_);
     RemoveTree(staged);
-    if (!platform::MakeDirectory(staged) ||
-        !ProjectBlock::WriteSections(block, staged, kIncomingProjectFile)) {
-        Warn("Project block malformed: nothing replaced");
+    if (!platform::MakeDirectory(staged)) {
+        problem = "cannot make " + staged + ": " + std::strerror(errno);
+        return false;
+    }
+    if (!ProjectBlock::WriteSections(block, staged, kIncomingProjectFile, &problem)) {
+        if (problem.empty())
+            problem = "project block malformed";
+        return false;
+    }
+    // The plate files do not travel: the running project's go with the new one, copied whole.
+    std::string running;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        running = servedFolder_;
+    }
+    for (const char* name : RuntimeProjectStore::kKeptFiles) {
+        const std::string from = running + "/" + name;
+        if (running.empty() || !platform::FileExists(from))
+            continue;
+        if (!platform::CopyFileWhole(from, staged + "/" + name, kMaxKeptFile)) {
+            problem = std::string("cannot stage ") + name + ": " + std::strerror(errno);
+            return false;
+        }
+    }
+    if (!platform::SyncDirectory(staged)) {
+        problem = "cannot sync " + staged + ": " + std::strerror(errno);
+        return false;
+    }
+    return true;
+}
+
+bool RuntimeServer::Upload(platform::TcpSocket& peer, const std::string& block, int number) {
+    const std::string staged = incoming_ + "/upload-" + std::to_string(number);
+    std::string problem;
+    if (!Stage(block, staged, problem)) {
+        Warn("Project refused, nothing replaced: " + problem);
         RemoveTree(staged);
-        return;
+        return false;
     }
     std::vector<std::string> problems;
     if (check_)
@@ -248,15 +329,26 @@ void RuntimeServer::Upload(platform::TcpSocket& peer, const std::string& block, 
             message += " (and " + std::to_string(problems.size() - 1) + " more)";
         Warn(message);
         RemoveTree(staged);
-        return;
+        return false;
     }
     {
+        // Ready: complete, checked and on disk. From here a start takes it even if this run
+        // ends before the main loop does; a later upload supersedes one not yet taken.
         std::lock_guard<std::mutex> lock(mutex_);
-        if (!ready_.empty())
-            RemoveTree(ready_);  // a later upload supersedes one not yet taken
-        ready_ = staged;
+        const std::string ready = incoming_ + "/" + RuntimeProjectStore::kReady;
+        RemoveTree(ready);
+        std::error_code ec;
+        std::filesystem::rename(staged, ready, ec);
+        if (ec || !platform::SyncDirectory(incoming_)) {
+            Warn("Project refused, nothing replaced: cannot keep it in " + ready + ": " +
+                 ec.message());
+            RemoveTree(staged);
+            return false;
+        }
+        ready_ = true;
     }
     events_->PostCommand(kProjectReceived, 0, std::string());
     peer.SendAllBefore(ProjectBlock::kOk,
                        platform::GetTickCount() + ProjectBlock::kSocketTimeoutMs);
+    return true;
 }

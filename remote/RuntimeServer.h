@@ -4,6 +4,7 @@
 #include <list>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -30,6 +31,9 @@ class RuntimeServer : public platform::WorkerThread {
     static constexpr int kAcceptPollMs = 200;
     static constexpr int kBindRetryMs = 5000;
     static constexpr size_t kMaxPeers = 16;
+    static constexpr size_t kMaxPeersPerAddress = 4;
+    static constexpr uint32_t kRebootSpacingMs = 10000;
+    static constexpr size_t kMaxKeptFile = 16u << 20;  // a plate file copied into an upload
     static constexpr const char* kIncomingProjectFile = "runtime.tlr";
 
     // The problems of a staged project (its folder and project file); none means it is taken.
@@ -47,9 +51,12 @@ class RuntimeServer : public platform::WorkerThread {
 
     // The project a download sends: its folder and project file name.
     void SetServedProject(const std::string& folder, const std::string& projectFile);
-    // The folder of the last checked upload, handed over once; empty when none is waiting.
+    // The folder of the last checked upload, handed over once (moved to incoming/taken);
+    // empty when none is waiting.
     std::string TakeIncoming();
     bool Listening() const { return listening_; }
+    // The transfers being served now.
+    size_t PeersUnderWay() const { return underWay_; }
     int Port() const { return boundPort_; }
 
   protected:
@@ -58,12 +65,20 @@ class RuntimeServer : public platform::WorkerThread {
   private:
     struct Peer {
         std::thread thread;
+        uint32_t address = 0;
+        std::atomic<bool> served{false};  // a request was answered in full
         std::atomic<bool> done{false};
     };
 
     void Admit(platform::TcpSocket socket);
-    void Serve(platform::TcpSocket& peer, int number);
-    void Upload(platform::TcpSocket& peer, const std::string& block, int number);
+    std::string RefusalOf(uint32_t address) const;
+    // True when the peer's request was answered in full.
+    bool Serve(platform::TcpSocket& peer, int number);
+    bool Upload(platform::TcpSocket& peer, const std::string& block, int number);
+    // Writes the block into staged with the running project's plate files, all synced; false
+    // with the problem when anything could not be written whole (a full disk says so).
+    bool Stage(const std::string& block, const std::string& staged, std::string& problem);
+    bool MayReboot();
     void ReapPeers(bool all);
     // Strips the key prefix from the front of buffer. 1 when it was there and right, 0 when
     // more bytes are needed to tell, -1 when it is wrong or missing.
@@ -79,11 +94,15 @@ class RuntimeServer : public platform::WorkerThread {
     std::vector<platform::AddressRange> allowed_;
     std::string key_;
     ProjectCheck check_;
-    std::mutex mutex_;  // the served project and the waiting upload
+    std::mutex mutex_;  // the served project, the waiting upload and the last reboot
     std::string servedFolder_;
     std::string servedFile_;
-    std::string ready_;
+    bool ready_ = false;  // incoming/ready holds a checked upload not yet taken
+    bool rebooted_ = false;
+    uint32_t lastReboot_ = 0;
     std::list<std::unique_ptr<Peer>> peers_;  // the accepting thread's alone
+    std::set<uint32_t> servedAddresses_;      // the accepting thread's alone
     int connections_ = 0;
     std::atomic<bool> listening_{false};
+    std::atomic<size_t> underWay_{0};  // peers_.size(), for other threads to read
 };

@@ -189,13 +189,17 @@ TEST(RuntimeProgram, IsManagedFromAWorkstationOverTcp14400) {
     WriteFileText(workstation.File("site/site.tlr"), changed);
     project.prjdir = workstation.File("site/");
     project.prjname = "site";
-    ASSERT_EQ(Transfer(project, events, StartThread::kUpload),
-              std::make_pair(+ID_TRANSFER_DONE, 1));
+    ASSERT_EQ(Transfer(project, events, StartThread::kUpload), std::make_pair(+ID_TRANSFER_DONE, 1))
+        << runtime.Output();
     ASSERT_TRUE(runtime.WaitForOutput("Project received")) << runtime.Output();
     ASSERT_TRUE(runtime.WaitForOutput("Crossing North")) << runtime.Output();
+    // The runtime runs what it received, as it was received: opening it writes nothing.
     const std::string opened = ReadFileText(runtime.File("projects/runtime/runtime.tlr"));
-    EXPECT_NE(opened.find("<PLACENAME>Crossing North<\\PLACENAME>"), std::string::npos);
-    EXPECT_NE(opened.find("<PRJNAME>runtime<\\PRJNAME>"), std::string::npos);
+    EXPECT_EQ(opened, changed);
+    // The demo it ran before is kept, so the first upload can be taken back too.
+    EXPECT_NE(ReadFileText(runtime.File("projects/runtime.previous/runtime.tlr"))
+                  .find("<PRJNAME>demo<\\PRJNAME>"),
+              std::string::npos);
     EXPECT_EQ(ReadFileBytes(runtime.File("projects/runtime/cameras.dat")),
               ReadFileBytes(workstation.File("site/cameras.dat")));
 
@@ -204,6 +208,7 @@ TEST(RuntimeProgram, IsManagedFromAWorkstationOverTcp14400) {
               std::make_pair(+ID_TRANSFER_DONE, 2));
     ASSERT_TRUE(runtime.WaitForOutput("Reboot requested")) << runtime.Output();
     ASSERT_TRUE(runtime.WaitForOutput("Crossing North", 2)) << runtime.Output();
+    EXPECT_EQ(ReadFileText(runtime.File("projects/runtime/runtime.tlr")), changed);  // no save
     ASSERT_EQ(Transfer(project, events, StartThread::kDownload),
               std::make_pair(+ID_TRANSFER_DONE, 0));
     EXPECT_NE(ReadFileText(workstation.File("TempPrj/default.tlr")).find("Crossing North"),
@@ -250,6 +255,32 @@ TEST(RuntimeProgram, IsManagedFromAWorkstationOverTcp14400) {
                   .find("Crossing South"),
               std::string::npos);
     EXPECT_TRUE(rolledBack.Terminate(20000)) << rolledBack.Output();
+}
+
+TEST(RuntimeProgram, AKeyFileThatCannotBeReadOrHoldsNoKeyStopsTheStart) {
+    TempDir folder;
+    FillAppFolder(folder, CORVANE_APP_DIR);
+    RuntimeProcess missing(&folder, {"--runtime", "--key-file", folder.File("no-such-key")});
+    EXPECT_EQ(missing.ExitCode(10000), 2);
+    EXPECT_NE(missing.Output().find("cannot be read"), std::string::npos) << missing.Output();
+    WriteFileText(folder.File("empty.key"), "\n");
+    RuntimeProcess empty(&folder, {"--runtime", "--key-file", folder.File("empty.key")});
+    EXPECT_EQ(empty.ExitCode(10000), 2);
+    EXPECT_NE(empty.Output().find("holds no key"), std::string::npos) << empty.Output();
+    EXPECT_FALSE(platform::DirectoryExists(folder.File("projects")));  // nothing was opened
+}
+
+TEST(RuntimeProgram, EveryFreshFirstStartReadsPlates) {
+    // A first start makes the demo project and saves it: whatever the flows did on the way,
+    // each region must find its reader and read.
+    for (int start = 0; start < 20; ++start) {
+        RuntimeProcess program(nullptr, {"--headless", "--seconds", "60"});
+        const bool read = program.WaitForOutput("TRANSIT ", 1, std::chrono::seconds(15));
+        EXPECT_TRUE(read) << "start " << start << ":\n" << program.Output();
+        EXPECT_TRUE(program.Terminate(20000)) << program.Output();
+        if (!read)
+            break;
+    }
 }
 
 TEST(RuntimeProgram, WithoutADisplayTheWorkstationSaysSoAndTouchesNothing) {
@@ -304,7 +335,7 @@ TEST(RuntimeProgram, AWindowlessSiteReadsItsNetworkCamera) {
         project.lanes.Add(lane);
         platform::MakeDirectory("gate");
         platform::ScopedWorkingDirectory inFolder(app.File("gate"));
-        project.SaveComponents();
+        project.SaveComponents(platform::GetWorkingDirectory());
         WriteProjectFile("gate.tlr", project);
     }
     RuntimeProcess program(&app, {"--headless", "gate/gate.tlr", "--seconds", "8"});

@@ -7,7 +7,12 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
 #include <string>
 #include <thread>
 #include <vector>
@@ -86,6 +91,14 @@ std::string Answer(platform::TcpSocket& socket) {
     for (size_t got; (got = socket.Receive(piece, sizeof piece)) > 0;)
         answer.append(piece, got);
     return answer;
+}
+
+// Every line a capture holds, for a failure's message.
+std::string Joined(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines)
+        text += line + "\n";
+    return text;
 }
 
 std::string EmptyBlock() {
@@ -187,11 +200,13 @@ TEST(RuntimeTransfer, WithASharedKeyOnlyPeersThatKnowItAreServed) {
 
 TEST(RuntimeTransfer, SlowAndSilentPeersCostOnlyTheirOwnConnection) {
     Runtime runtime;
+    LogCapture log;
+    // Sixteen silent peers from one address hold four places; the rest are turned away.
     std::vector<platform::TcpSocket> silent;
-    for (int i = 0; i < 12; ++i)
-        silent.push_back(ConnectFrom("127.0.0.1"));
+    for (int i = 0; i < 16; ++i)
+        silent.push_back(ConnectFrom("127.0.0.2"));
     std::thread dribbler([] {
-        platform::TcpSocket slow = ConnectFrom("127.0.0.1");
+        platform::TcpSocket slow = ConnectFrom("127.0.0.3");
         const std::string request = ProjectBlock::kDownloadRequest;
         for (size_t i = 0; i < 8; ++i) {
             slow.SendAll(request.substr(i, 1));
@@ -204,11 +219,168 @@ TEST(RuntimeTransfer, SlowAndSilentPeersCostOnlyTheirOwnConnection) {
     EXPECT_EQ(station.Transfer(StartThread::kDownload).first, +ID_TRANSFER_DONE);
     EXPECT_LT(platform::ElapsedTicks(platform::GetTickCount(), started), 1500u);
     dribbler.join();
+    EXPECT_TRUE(log.Contains("Transfer refused to 127.0.0.2: 4 transfers from this address"));
 
     // A stop does not wait for the silent ones.
     const uint32_t asked = platform::GetTickCount();
     runtime.server.Delete();
     EXPECT_LT(platform::ElapsedTicks(platform::GetTickCount(), asked), 2500u);
+}
+
+TEST(RuntimeTransfer, TheLastPlaceIsKeptForAWorkstationServedBefore) {
+    Runtime runtime;
+    Workstation station;
+    ASSERT_EQ(station.Transfer(StartThread::kDownload).first, +ID_TRANSFER_DONE);
+    // Strangers, two from each address, take every place but the last, and keep it by
+    // sending a byte of a request now and then.
+    std::vector<platform::TcpSocket> strangers;
+    for (size_t i = 0; i + 1 < RuntimeServer::kMaxPeers; ++i)
+        strangers.push_back(ConnectFrom(("127.0.1." + std::to_string(10 + i / 2)).c_str()));
+    std::atomic<bool> dripping{true};
+    std::thread drip([&] {
+        const std::string request = ProjectBlock::kDownloadRequest;
+        for (size_t at = 0; dripping && at + 1 < request.size(); ++at) {
+            for (auto& stranger : strangers)
+                stranger.SendAll(request.substr(at, 1));
+            std::this_thread::sleep_for(300ms);
+        }
+    });
+    for (int i = 0; i < 250 && runtime.server.PeersUnderWay() + 1 < RuntimeServer::kMaxPeers; ++i)
+        std::this_thread::sleep_for(20ms);
+    EXPECT_EQ(runtime.server.PeersUnderWay() + 1, RuntimeServer::kMaxPeers);
+    LogCapture log;
+    platform::TcpSocket newcomer = ConnectFrom("127.0.2.1");
+    newcomer.SendAll(ProjectBlock::kDownloadRequest);
+    EXPECT_EQ(Answer(newcomer), "");
+    EXPECT_TRUE(log.Contains("Transfer refused to 127.0.2.1: 15 transfers already under way"))
+        << Joined(log.Messages());
+    const uint32_t started = platform::GetTickCount();
+    EXPECT_EQ(station.Transfer(StartThread::kDownload).first, +ID_TRANSFER_DONE);
+    EXPECT_LT(platform::ElapsedTicks(platform::GetTickCount(), started), 1500u);
+    dripping = false;
+    drip.join();
+}
+
+TEST(RuntimeTransfer, RebootsAreTakenOneEveryTenSeconds) {
+    Runtime runtime;
+    LogCapture log;
+    for (int i = 0; i < 3; ++i) {
+        platform::TcpSocket peer = ConnectFrom("127.0.0.1");
+        peer.SendAll(ProjectBlock::kRebootRequest);
+        EXPECT_EQ(Answer(peer), i == 0 ? ProjectBlock::kOk : "") << i;
+    }
+    EXPECT_EQ(runtime.Events(300ms), std::vector<int>{RuntimeServer::kRebootRequested});
+    EXPECT_TRUE(log.Contains("Reboot refused: one every 10 s at most"));
+}
+
+TEST(RuntimeTransfer, AnUploadNamingALibraryOutsideThePluginFoldersLoadsNothing) {
+    // The project file is a shared library that also holds a project, and a trigger names it
+    // by a path out of the plug-in folder, cut by a NUL before the ending the loader would see.
+    Runtime runtime;
+    const std::string mark = runtime.dir.File("intruder-ran");
+    ::setenv("CORVANE_INTRUDER_MARK", mark.c_str(), 1);
+    using namespace std::string_literals;
+    for (const std::string& name :
+         {"../../incoming/upload-1/runtime.tlr\0"s, "../../elsewhere/Intruder"s,
+          AppDir() + "/elsewhere/Intruder.dll"s, "..\\..\\elsewhere\\Intruder\0.dll"s}) {
+        Workstation station;
+        SaveSite(station.dir.Path(), "site", "Hostile");
+        Project hostile;
+        Trigger trigger;
+        trigger.name = "T1";
+        hostile.held.triggers.push_back({trigger, name});
+        hostile.componentfolder = station.dir.Path();
+        hostile.SaveTrigger();
+        auto library = ReadFileBytes(AppDir() + "/elsewhere/Intruder.dll");
+        const std::string project = "<PROJECT><PLACENAME>Hostile<\\PLACENAME><\\PROJECT>";
+        library.insert(library.end(), project.begin(), project.end());
+        WriteFileBytes(station.dir.File("site.tlr"), library);
+        station.project.prjdir = station.dir.Path();
+        station.project.prjname = "site";
+
+        LogCapture log;
+        EXPECT_EQ(station.Transfer(StartThread::kUpload).first, +ID_TRANSFER_FAILED) << name;
+        EXPECT_TRUE(log.Contains("refused: not a bare library name")) << name;
+        EXPECT_TRUE(runtime.server.TakeIncoming().empty());
+    }
+    EXPECT_FALSE(platform::FileExists(mark));
+    ::unsetenv("CORVANE_INTRUDER_MARK");
+}
+
+TEST(RuntimeTransfer, AnUploadAnsweredOkIsOnDiskAndTakenAtTheNextStart) {
+    Runtime runtime;
+    Workstation station;
+    SaveSite(station.dir.Path(), "site", "Answered");
+    station.project.prjdir = station.dir.Path();
+    station.project.prjname = "site";
+    ASSERT_EQ(station.Transfer(StartThread::kUpload).first, +ID_TRANSFER_DONE);
+    // The program is killed right after "<OK>": the upload is already complete on disk...
+    const std::string ready = runtime.dir.File("incoming/ready");
+    EXPECT_EQ(ReadFileBytes(ready + "/lanes.dat"), ReadFileBytes(station.dir.File("lanes.dat")));
+    // ...and the next start swaps it in before it opens anything.
+    RuntimeProjectStore store(runtime.dir.Path());
+    EXPECT_FALSE(store.HasProject());
+    ASSERT_TRUE(store.ReplayStaged());
+    EXPECT_TRUE(store.HasProject());
+    EXPECT_EQ(ReadFileBytes(store.CurrentFolder() + "/cameras.dat"),
+              ReadFileBytes(station.dir.File("cameras.dat")));
+    EXPECT_FALSE(platform::DirectoryExists(ready));
+    EXPECT_FALSE(store.ReplayStaged());  // once
+}
+
+TEST(RuntimeTransfer, AFullDiskRefusesTheUploadAndSaysWhy) {
+    // The runtime's folder on a file system of 256 KiB, nearly full.
+    TempDir mount;
+    if (::geteuid() != 0 ||
+        std::system(
+            ("mount -t tmpfs -o size=256k tmpfs " + mount.Path() + " 2>/dev/null").c_str()) != 0)
+        GTEST_SKIP() << "cannot mount a small file system here (needs root)";
+    struct Unmount {
+        std::string path;
+        ~Unmount() { std::system(("umount " + path).c_str()); }
+    } unmount{mount.Path()};
+    TempDir served;
+    SaveSite(served.Path(), "runtime", "Running");
+    const std::string plates(40000, 'T');  // plate templates larger than what is left
+    WriteFileText(served.File("templates.xml"), plates);
+    std::map<std::string, std::vector<uint8_t>> before;
+    for (const auto& entry : std::filesystem::directory_iterator(served.Path()))
+        before[entry.path().string()] = ReadFileBytes(entry.path().string());
+
+    EventQueue events;
+    RuntimeServer server(&events, "127.0.0.1", ProjectBlock::kRuntimePort,
+                         mount.Path() + "/incoming");
+    server.SetServedProject(served.Path(), "runtime.tlr");
+    server.SetProjectCheck([](const std::string& folder, const std::string& file) {
+        return CheckProject(folder, file, AppDir());
+    });
+    server.Run();
+    for (int i = 0; i < 100 && !server.Listening(); ++i)
+        platform::SleepMs(20);
+    {
+        // Fill all but about 48 KiB: the block's files fit, the plate templates do not.
+        std::FILE* filler = std::fopen((mount.Path() + "/filler").c_str(), "wb");
+        ASSERT_NE(filler, nullptr);
+        const std::string block(4096, 'x');
+        while (std::fwrite(block.data(), 1, block.size(), filler) == block.size() &&
+               std::fflush(filler) == 0) {
+        }
+        std::fclose(filler);
+        std::filesystem::resize_file(mount.Path() + "/filler",
+                                     std::filesystem::file_size(mount.Path() + "/filler") - 49152);
+    }
+    Workstation station;
+    SaveSite(station.dir.Path(), "site", "Uploaded");
+    station.project.prjdir = station.dir.Path();
+    station.project.prjname = "site";
+    LogCapture log;
+    EXPECT_EQ(station.Transfer(StartThread::kUpload).first, +ID_TRANSFER_FAILED);
+    EXPECT_TRUE(log.Contains("Project refused, nothing replaced: cannot "));
+    EXPECT_TRUE(log.Contains("No space left on device")) << Joined(log.Messages());
+    EXPECT_TRUE(server.TakeIncoming().empty());
+    for (const auto& [path, bytes] : before)
+        EXPECT_EQ(ReadFileBytes(path), bytes) << path;
+    server.Delete();
 }
 
 TEST(RuntimeTransfer, AnUploadThatEndsAfterTheTransferTimeIsRefused) {

@@ -6,9 +6,13 @@
 #include "access/AccessStore.h"
 #include "core/LayoutFile.h"
 #include "core/Project.h"
+#include "core/ProjectCheck.h"
 #include "core/ProjectFile.h"
+#include "platform/FileSystem.h"
 #include "platform/Log.h"
 #include "plugins/Parametro.h"
+#include "remote/ProjectBlock.h"
+#include "templates/TemplateSet.h"
 
 namespace {
 
@@ -22,7 +26,7 @@ void WriteInput(const char* name, const uint8_t* data, size_t size) {
 void FuzzOneReader(const uint8_t* data, size_t size) {
     if (size == 0)
         return;
-    const uint8_t selector = data[0] % 11;
+    const uint8_t selector = data[0] % 14;
     ++data;
     --size;
     const auto previous = platform::SetLogSink(
@@ -75,6 +79,24 @@ void FuzzOneReader(const uint8_t* data, size_t size) {
             case 10:
                 project.SetBoardPins(text);
                 break;
+            case 11: {
+                // An upload as the runtime takes it: the block parsed into a staging folder,
+                // then the whole check with every reader behind it.
+                platform::MakeDirectory("upload");
+                if (ProjectBlock::WriteSections(text, "upload", "runtime.tlr"))
+                    CheckProject("upload", "runtime.tlr", platform::GetWorkingDirectory());
+                break;
+            }
+            case 12: {
+                TemplateSet plates;
+                plates.ParseTemplates(text);
+                break;
+            }
+            case 13: {
+                TemplateSet plates;
+                plates.ParseCountryCodes(text);
+                break;
+            }
         }
     }
     platform::SetLogSink(previous);
