@@ -88,6 +88,33 @@ class DevSet:
         return [s for s in self.samples if self.held_out(s[0]) != train]
 
 
+class BoxSet:
+    """One folder of road frames with plate boxes and no text: NAME.jpg beside NAME.txt, one
+    line a plate, "NAME.jpg<TAB>X<TAB>Y<TAB>W<TAB>H". A frame whose name begins with "night"
+    was taken by night."""
+
+    def __init__(self, folder):
+        self.frames = []  # (image path, [(x, y, w, h), ...])
+        for txt in sorted(glob.glob(os.path.join(folder, "*.txt"))):
+            boxes, name = [], None
+            with open(txt, encoding="utf-8") as f:
+                for line in f:
+                    fields = line.rstrip("\n").split("\t")
+                    if len(fields) < 5:
+                        continue
+                    name = fields[0]
+                    x, y, w, h = (float(v) for v in fields[1:5])
+                    if w >= 2 and h >= 2:
+                        boxes.append((x, y, w, h))
+            image = os.path.join(folder, name) if name else txt[:-4] + ".jpg"
+            if boxes and os.path.exists(image):
+                self.frames.append((image, boxes))
+
+    @staticmethod
+    def by_night(path):
+        return os.path.basename(path).startswith("night")
+
+
 def random_text(rng):
     layout = LAYOUTS[rng.integers(len(LAYOUTS))]
     out = []

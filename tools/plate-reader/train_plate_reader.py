@@ -229,6 +229,47 @@ def _detector_patches(args):
     return xs, ts, ms
 
 
+def _box_patches(args):
+    """Patches of real road frames whose every plate is boxed (no text): each plate inside the
+    patch is a target, so the detector learns real scenes, by day and by night, at real sizes."""
+    seed, frames, count = args
+    rng = np.random.default_rng(seed)
+    images = {path: pdata.load_grey(path) for path, _ in frames}
+    xs, ts, ms = [], [], []
+    size = DETECTOR_PATCH
+    for i in range(count):
+        path, boxes = frames[i % len(frames)]
+        grey = images[path]
+        x, y, w, h = boxes[int(rng.integers(len(boxes)))]
+        # Mostly at the scale the plug-in gives such a frame, at times larger or smaller.
+        width = float(np.clip(w * input_scale(grey.shape[1]) * np.exp(rng.uniform(-0.7, 1.0)), 12, 170))
+        scale = width / w
+        span = size / scale
+        if rng.random() < 0.85:
+            px = x + w / 2 - rng.uniform(0.1, 0.9) * span
+            py = y + h / 2 - rng.uniform(0.1, 0.9) * span
+        else:
+            px = rng.uniform(0, max(1, grey.shape[1] - span))
+            py = rng.uniform(0, max(1, grey.shape[0] - span))
+        m = np.float32([[scale, 0, -px * scale], [0, scale, -py * scale]])
+        patch = cv2.warpAffine(grey, m, (size, size), flags=cv2.INTER_AREA if scale < 1 else cv2.INTER_LINEAR,
+                               borderMode=cv2.BORDER_REFLECT)
+        inside = []
+        for bx, by, bw, bh in boxes:
+            bx, by, bw, bh = (bx - px) * scale, (by - py) * scale, bw * scale, bh * scale
+            if bx > -bw * 0.3 and by > -bh * 0.3 and bx + bw * 0.7 < size and by + bh * 0.7 < size:
+                inside.append((bx, by, bw, bh))
+        if rng.random() < 0.5:
+            patch = patch[:, ::-1].copy()
+            inside = [(size - bx - bw, by, bw, bh) for bx, by, bw, bh in inside]
+        patch = pdata.degrade(patch, rng, 0.4)
+        target, mask = detector_target(inside, size)
+        xs.append(patch)
+        ts.append(target)
+        ms.append(mask)
+    return xs, ts, ms
+
+
 def pooled(fn, jobs, workers):
     with mp.Pool(workers) as pool:
         parts = pool.map(fn, jobs)
@@ -393,6 +434,25 @@ def detected_boxes(detector, samples):
     return found
 
 
+def recall(detector, frames, log, name):
+    """The share of boxed plates the detector finds (a box with IoU >= 0.5), by day and by
+    night apart."""
+    counts = {False: [0, 0], True: [0, 0]}
+    for path, boxes in frames:
+        found = [b for _, b in detect(detector, pdata.load_grey(path))]
+        tally = counts[pdata.BoxSet.by_night(path)]
+        for box in boxes:
+            tally[1] += 1
+            tally[0] += any(iou(box, b) >= 0.5 for b in found)
+    for night, (hit, total) in counts.items():
+        if total:
+            log(f"{name} {'night' if night else 'day'}: {hit} of {total} plates found, "
+                f"recall {100.0 * hit / total:.1f}%")
+    hit, total = counts[False][0] + counts[True][0], counts[False][1] + counts[True][1]
+    log(f"{name}: recall {100.0 * hit / max(1, total):.1f}% of {total} plates")
+    return hit / max(1, total)
+
+
 def evaluate(detector, reader, samples, log, name):
     right = found = 0
     for path, box, plate in samples:
@@ -451,6 +511,15 @@ def main():
     parser.add_argument("--detector-from", help="go on training the detector from these weights (.pt)")
     parser.add_argument("--detector-lr", type=float, default=3e-3, help="the detector's highest learning rate")
     parser.add_argument("--models", default=MODELS, help="folder the networks are read from and written to")
+    parser.add_argument("--box-sets", nargs="*", default=[],
+                        help="folders of road frames with plate boxes only, each with train/ and "
+                             "valid/: the detector also learns from train/, its recall on valid/ "
+                             "is printed")
+    parser.add_argument("--box-share", type=float, default=0.5,
+                        help="share of the detector's patches cut from the box sets' frames")
+    parser.add_argument("--recall-only", action="store_true",
+                        help="print the recall of the models folder's detector on the box sets' "
+                             "valid/ and stop")
     args = parser.parse_args()
     torch.set_num_threads(args.workers)
     models = args.models
@@ -463,6 +532,14 @@ def main():
         logfile.write(line + "\n")
         logfile.flush()
 
+    box_train = sum((pdata.BoxSet(os.path.join(f, "train")).frames for f in args.box_sets), [])
+    box_valid = sum((pdata.BoxSet(os.path.join(f, "valid")).frames for f in args.box_sets), [])
+    if args.recall_only:
+        detector = Detector()
+        detector.load_state_dict(torch.load(os.path.join(models, "plate_detector.pt")))
+        detector.eval()
+        recall(detector, box_valid, log, "box sets valid")
+        return
     sets = [pdata.DevSet(folder) for folder in args.sets]
     train = sum((s.split(True) for s in sets), [])
     log(f"seed {args.seed}, {len(train)} training photographs, held out: "
@@ -488,13 +565,21 @@ def main():
         export(reader, (1, 1, 32, 128), os.path.join(models, "plate_reader.onnx"))
         torch.save(reader.state_dict(), os.path.join(models, "plate_reader.pt"))
     if args.only != "reader":
+        boxed = int(args.patches * args.box_share) if box_train else 0
         dx, dt, dm = pooled(_detector_patches, [(args.seed * 100 + 80 + k, train[k::w], backgrounds,
-                                                 args.patches // w, args.european) for k in range(w)], w)
+                                                 (args.patches - boxed) // w, args.european) for k in range(w)], w)
+        if boxed:
+            bx, bt, bm = pooled(_box_patches, [(args.seed * 100 + 90 + k, box_train[k::w], boxed // w)
+                                               for k in range(w)], w)
+            dx, dt, dm = dx + bx, dt + bt, dm + bm
+            log(f"detector data: {boxed} patches from {len(box_train)} boxed frames")
         log(f"detector data: {len(dx)} patches, {time.time() - start:.0f} s")
         detector = train_detector(dx, dt, dm, args.detector_steps, args.seed, log, args.detector_from,
                                   args.detector_lr)
         export(detector, (1, 1, 64, 64), os.path.join(models, "plate_detector.onnx"))
         torch.save(detector.state_dict(), os.path.join(models, "plate_detector.pt"))
+        if box_valid:
+            recall(detector, box_valid, log, "box sets valid")
     if args.only is None or (args.only == "reader" and detector is not None):
         for folder, s in zip(args.sets, sets):
             evaluate(detector, reader, s.split(False), log, os.path.basename(folder.rstrip("/")) + " held out")
