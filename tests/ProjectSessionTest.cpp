@@ -198,3 +198,14 @@ TEST_F(Sessions, ARelativeProjectPathIsTakenFromTheWorkingDirectoryAndGetsTheSto
               "<PROJECT>\n<\\PROJECT>\n");  // read, not written
     session.CloseProject();
 }
+
+TEST_F(Sessions, AProjectFileInCapitalsIsSavedUnderItsOwnName) {
+    ASSERT_TRUE(platform::MakeDirectory(sites.File("Caps")));
+    WriteFileText(sites.File("Caps/SITE.TLR"), "<PROJECT><PLACENAME>Caps<\\PLACENAME><\\PROJECT>");
+    ASSERT_TRUE(session.LoadProject(sites.File("Caps/SITE.TLR")));
+    project.place.placename = "Capitals";
+    session.SaveCurrent();
+    EXPECT_FALSE(platform::FileExists(sites.File("Caps/SITE.tlr")));
+    EXPECT_NE(ReadFileText(sites.File("Caps/SITE.TLR")).find("Capitals"), std::string::npos);
+    project.StopBoardThread();
+}
