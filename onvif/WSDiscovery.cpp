@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "platform/AddressRange.h"
+#include "platform/FileSystem.h"
 
 namespace {
 
@@ -126,7 +127,10 @@ std::string WSDiscovery::ProbeMessageId(const std::string& text) {
     if (types.empty() || types[0].find("NetworkVideoTransmitter") == std::string::npos)
         return std::string();
     const auto ids = Elements(doc.get(), "MessageID");
-    return ids.empty() ? std::string() : ids[0];
+    // What is echoed is bounded: a longer MessageID is no client's, and is not answered.
+    if (ids.empty() || ids[0].size() > kMaxMessageId)
+        return std::string();
+    return ids[0];
 }
 
 std::string WSDiscovery::ScopeText() const {
@@ -159,12 +163,18 @@ std::string WSDiscovery::Answer(const std::string& relatesTo,
     SetAll(context, "Scopes", ScopeText());
     SetAll(context, "XAddrs", AddressText(localAddress));
     xmlXPathFreeContext(context);
-    xmlSaveFileEnc(kLastAnswer, doc.get(), "UTF-8");
     xmlChar* dumped = nullptr;
     int size = 0;
     xmlDocDumpMemory(doc.get(), &dumped, &size);
     std::string answer(reinterpret_cast<const char*>(dumped), static_cast<size_t>(size));
     xmlFree(dumped);
+    // The last answer is kept on disk for the curious; a Probe sent again (clients repeat
+    // theirs) writes nothing.
+    {
+        std::lock_guard<std::mutex> lock(lastAnswerMutex_);
+        if (answer != lastAnswer_ && platform::WriteWholeFile(kLastAnswer, answer))
+            lastAnswer_ = answer;
+    }
     return answer;
 }
 

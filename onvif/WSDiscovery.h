@@ -2,6 +2,7 @@
 #include <sys/types.h>
 
 #include <atomic>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,7 @@ class WSDiscovery : public platform::WorkerThread {
     static constexpr int kMaxDatagram = 8192;
     static constexpr const char* kTemplate = "templ/probematches_templ.xml";
     static constexpr const char* kLastAnswer = "templ/res.xml";
+    static constexpr size_t kMaxMessageId = 256;
 
     WSDiscovery(std::string name, int port, int discoveryPort = kDiscoveryPort);
     ~WSDiscovery() override;
@@ -64,4 +66,6 @@ class WSDiscovery : public platform::WorkerThread {
     std::string endpointUrn_;
     std::atomic<int> sock_{-1};
     std::atomic<bool> listening_{false};
+    mutable std::mutex lastAnswerMutex_;
+    mutable std::string lastAnswer_;  // what kLastAnswer holds; guarded by lastAnswerMutex_
 };

@@ -4,6 +4,7 @@
 #include <memory>
 #include <mutex>
 #include <new>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -57,7 +58,8 @@ class PluginManager {
         return platform::AbsolutePath(base) + "/" + kind_.subfolder + "/";
     }
 
-    // 0 when the directory was scanned, 1 when it could not be opened.
+    // 0 when the directory was scanned, 1 when it could not be opened. A second scan (an
+    // import scans again) adds only the libraries the first did not list.
     int Scan() {
         std::vector<std::string> entries;
         const std::string folder = Folder();
@@ -67,7 +69,7 @@ class PluginManager {
             return 1;
         }
         for (const std::string& entry : entries) {
-            if (!IsLibraryFile(folder, entry))
+            if (!IsLibraryFile(folder, entry) || !scanned_.insert(folder + entry).second)
                 continue;
             if (Plugin* prototype = Instantiate(folder + entry))
                 prototypes_.emplace_back(prototype);
@@ -189,6 +191,7 @@ class PluginManager {
     PluginKind kind_;
     FolderSource applicationFolder_;
     std::vector<std::unique_ptr<Plugin>> prototypes_;
+    std::set<std::string> scanned_;  // every library a scan has listed, by path
     std::mutex instancesMutex_;
     std::vector<std::unique_ptr<Plugin>> instances_;  // guarded by instancesMutex_
 };

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <initializer_list>
@@ -40,8 +41,18 @@ bool ImageMatches(const std::string& image, const std::string& wanted) {
     return upper == wanted || upper + ".EXE" == wanted;
 }
 
-int KillRuntimeProcesses() {
-    return KillImages({kRuntimeImage, kWatchdogImage});
+int KillRuntimeProcesses(const std::string& ownExecutable) {
+    int ended = KillImages({kRuntimeImage, kWatchdogImage});
+    if (ownExecutable.empty())
+        return ended;
+    for (const auto& process : platform::ListProcesses()) {
+        const auto& args = process.arguments;
+        if (process.pid != ::getpid() && process.executable == ownExecutable &&
+            std::find(args.begin(), args.end(), "--runtime") != args.end() &&
+            platform::TerminateProcess(process.pid))
+            ++ended;
+    }
+    return ended;
 }
 
 int KillWizardProcess() {

@@ -1,6 +1,8 @@
 #pragma once
 #include <string>
 
+#include "platform/ProcessList.h"
+
 // The unattended runtime of the same machine: the workstation ends its processes and stops its
 // service at start, and may start the service again on the way out. Outcomes are lines on the
 // standard output only.
@@ -15,8 +17,10 @@ constexpr const char* kWizardImage = "TARVOWIZARD.EXE";
 // Linux installation has no ".EXE" and matches without it.
 bool ImageMatches(const std::string& image, const std::string& wanted);
 
-// Each answers the number of processes ended.
-int KillRuntimeProcesses();
+// Each answers the number of processes ended. A runtime is a process named corvane-runtime (or
+// the runtime image of older installations), or one that runs the program's own executable
+// with --runtime.
+int KillRuntimeProcesses(const std::string& ownExecutable = platform::OwnExecutable());
 int KillWizardProcess();
 int ServiceExists();
 void StopService(const std::string& service);

@@ -6,6 +6,7 @@
 #include <gst/gst.h>
 #include <gst/rtsp-server/rtsp-server.h>
 #include <gst/sdp/sdp.h>
+#include <sys/socket.h>
 
 #include <chrono>
 #include <cstdio>
@@ -327,6 +328,8 @@ bool RtspService::Attach() {
     server_ = gst_rtsp_server_new();
     gst_rtsp_server_set_address(server_, address_.c_str());
     gst_rtsp_server_set_service(server_, std::to_string(port_).c_str());
+    // The system's backlog: a burst of players connecting at once waits for no SYN retry.
+    gst_rtsp_server_set_backlog(server_, SOMAXCONN);
     g_signal_connect(server_, "client-connected", G_CALLBACK(OnClientConnected), nullptr);
     if (gst_rtsp_server_attach(server_, context_) != 0) {
         // Sessions without a sign of life are ended, and so are connections left without one.

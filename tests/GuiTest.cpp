@@ -43,6 +43,7 @@
 #include "ui/AddLaneDlg.h"
 #include "ui/BoardDlg.h"
 #include "ui/CameraDlg.h"
+#include "ui/GestioneAccesso.h"
 #include "ui/GestioneLane.h"
 #include "ui/IntegratorDlg.h"
 #include "ui/LPRList.h"
@@ -1274,4 +1275,38 @@ TEST(DesktopProgram, SourcesGatesAndTriggersAreRenamedAndRemovedThroughTheirPane
     triggers.OnRemove();
     EXPECT_EQ(project.triggers.GetCount(), 0u);
     EXPECT_EQ(triggers.List()->GetItemCount(), 0);
+}
+
+TEST(DesktopProgram, UserAccessSavesOnlyOnOkAndTheLockCountsFromTheStart) {
+    OpenWindow window;
+    Project& project = window.project;
+    // The hour without use counts from the start of the session, not from the machine's boot.
+    {
+        std::lock_guard<std::mutex> lock(project.activitymutex);
+        EXPECT_LT(platform::ElapsedTicks(platform::GetTickCount(), project.lastactivity), 60000u);
+    }
+    const std::string password = project.password;
+    const std::string stored = ReadFileText(window.app.File("apar.dat"));
+    // Typed, then closed with the title bar's box: nothing is taken, nothing is written.
+    window.dialogs.other = [](wxDialog& dialog) {
+        auto* access = dynamic_cast<GestioneAccesso*>(&dialog);
+        EXPECT_NE(access, nullptr);
+        if (access != nullptr)
+            SetRow(access->Grid(), "Password", "typed-not-confirmed");
+        return wxID_CANCEL;
+    };
+    Menu(*window.frame, ID_LOGINPARAMETERS);
+    Pump(std::chrono::milliseconds(50));
+    EXPECT_EQ(project.password, password);
+    EXPECT_EQ(ReadFileText(window.app.File("apar.dat")), stored);
+    // OK takes it.
+    window.dialogs.other = [](wxDialog& dialog) {
+        auto* access = dynamic_cast<GestioneAccesso*>(&dialog);
+        if (access != nullptr)
+            SetRow(access->Grid(), "Password", "confirmed");
+        return 1;
+    };
+    Menu(*window.frame, ID_LOGINPARAMETERS);
+    Pump(std::chrono::milliseconds(50));
+    EXPECT_EQ(project.password, "confirmed");
 }

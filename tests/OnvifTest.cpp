@@ -4,6 +4,7 @@
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -100,6 +101,13 @@ TEST(WSDiscovery, OnlyProbesForAVideoTransmitterAreAnswered) {
     EXPECT_EQ(WSDiscovery::ProbeMessageId(Probe("uuid:3", "tds:Device")), "");
     EXPECT_EQ(WSDiscovery::ProbeMessageId("not xml at all <<<"), "");
     EXPECT_EQ(WSDiscovery::ProbeMessageId(std::string(9000, 'x')), "");
+    // A MessageID of 7 KB would be echoed whole: such a Probe is not answered.
+    EXPECT_EQ(
+        WSDiscovery::ProbeMessageId(Probe(std::string(256, 'u'), "dn:NetworkVideoTransmitter")),
+        std::string(256, 'u'));
+    EXPECT_EQ(
+        WSDiscovery::ProbeMessageId(Probe(std::string(7000, 'u'), "dn:NetworkVideoTransmitter")),
+        "");
     // A document that asks for an external entity is read without fetching it.
     const std::string probe = Probe("&x;", "dn:NetworkVideoTransmitter");
     const std::string hostile =
@@ -132,6 +140,16 @@ TEST(WSDiscovery, AnswersByUnicastAndSurvivesGarbage) {
               "onvif://www.onvif.org/type/video_encoder  onvif://www.onvif.org/hardware/Lane1 "
               "onvif://www.onvif.org/name/Lane1 onvif://www.onvif.org/location/");
     EXPECT_NE(ElementText(first, "Types").find("NetworkVideoTransmitter"), std::string::npos);
+
+    // The same Probe again (clients repeat theirs) leaves the kept answer as it was.
+    const std::string kept = std::string(CORVANE_APP_DIR) + "/" + WSDiscovery::kLastAnswer;
+    struct stat before {};
+    ASSERT_EQ(::stat(kept.c_str(), &before), 0);
+    client.Send(Probe("uuid:bb", "dn:NetworkVideoTransmitter"), TestPort());
+    EXPECT_EQ(client.Receive(3000), first);
+    struct stat after {};
+    ASSERT_EQ(::stat(kept.c_str(), &after), 0);
+    EXPECT_EQ(after.st_ino, before.st_ino);  // not written again (a write renames a new file in)
 
     client.Send(Probe("uuid:cc", "dn:NetworkVideoTransmitter"), TestPort(), "127.0.0.2");
     const std::string second = client.Receive(3000);

@@ -39,6 +39,8 @@ TEST_F(PluginManagers, OnlyThePostProcessorScanTakesUpperCaseDll) {
     PluginProcessorManager processors{FixedFolder(AppDir())};
     processors.LoadPlugin();
     ASSERT_EQ(processors.GetCount(), 2u);
+    processors.LoadPlugin();  // an import scans again: no type twice in a drop-down
+    ASSERT_EQ(processors.GetCount(), 2u);
     EXPECT_EQ(processors.FindByGuiName("Test Post Processor"), processors.Item(0));
 }
 

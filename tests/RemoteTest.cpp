@@ -407,6 +407,49 @@ TEST(LocalRuntime, EndsTheRuntimeWatchdogAndWizardByImageNameInAnyCase) {
     EXPECT_FALSE(bystander.Killed());
 }
 
+namespace {
+
+// A copy of the shell named "corvane", running a sleep with the given last word, as the
+// program started as "corvane <word>" would show in /proc.
+pid_t StartAs(const std::string& program, const char* word) {
+    const pid_t pid = ::fork();
+    if (pid == 0) {
+        ::execl(program.c_str(), program.c_str(), "-c", "sleep 30; true", word,
+                static_cast<char*>(nullptr));
+        ::_exit(127);
+    }
+    return pid;
+}
+
+bool EndedByKill(pid_t pid) {
+    int status = 0;
+    for (int i = 0; i < 50; ++i) {
+        if (::waitpid(pid, &status, WNOHANG) == pid)
+            return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+        platform::SleepMs(20);
+    }
+    ::kill(pid, SIGKILL);
+    ::waitpid(pid, nullptr, 0);
+    return false;
+}
+
+}  // namespace
+
+TEST(LocalRuntime, TheProgramStartedWithRuntimeIsEndedAndNoOtherOfItsRuns) {
+    TempDir dir;
+    const std::string program = dir.File("corvane");
+    platform::CopyFileOver("/bin/sh", program);
+    ::chmod(program.c_str(), 0755);
+    const pid_t runtime = StartAs(program, "--runtime");
+    const pid_t workstation = StartAs(program, "--headless");
+    platform::SleepMs(200);
+    EXPECT_GE(LocalRuntime::KillRuntimeProcesses(program), 1);
+    EXPECT_TRUE(EndedByKill(runtime));
+    EXPECT_EQ(::kill(workstation, 0), 0);  // a neighbour's program is left alone
+    ::kill(workstation, SIGKILL);
+    ::waitpid(workstation, nullptr, 0);
+}
+
 TEST(LocalRuntime, ServiceQueryStopAndStartPrintTheirLines) {
     // The machine's systemctl: a container without systemd, or a machine without the unit,
     // has no such service.

@@ -500,6 +500,36 @@ TEST(RtspService, ATakenPortLeavesTheServiceWaitingAndStreamsUnlisted) {
     ::close(blocker);
 }
 
+TEST(RtspService, ABurstOfPlayersConnectsWithoutWaitingForARetry) {
+    // Two hundred connections at once, as players reconnecting after a network outage: each is
+    // taken within the burst, none waits a second for the kernel's retry of its first attempt.
+    const int port = TestPort() + 2;
+    RtspService service("127.0.0.1", port);
+    service.Start();
+    for (int i = 0; i < 100 && !service.RtspRunning(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    ASSERT_TRUE(service.RtspRunning());
+    std::vector<int> sockets;
+    int slow = 0;
+    for (int i = 0; i < 200; ++i) {
+        const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
+        ASSERT_GE(fd, 0);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(static_cast<uint16_t>(port));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        const auto started = std::chrono::steady_clock::now();
+        EXPECT_EQ(::connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+        if (std::chrono::steady_clock::now() - started > std::chrono::milliseconds(900))
+            ++slow;
+        sockets.push_back(fd);
+    }
+    EXPECT_EQ(slow, 0);
+    for (const int fd : sockets)
+        ::close(fd);
+    service.StopAllStreams();
+}
+
 TEST(RtspService, AStopAtAnyMomentAfterTheStartEndsTheService) {
     // Stops right after the start land before, during and after the server's loop begins; each
     // one ends the service at once.

@@ -99,6 +99,8 @@ MyFrame::MyFrame(Project& project, StartMode mode)
     LoadAccess(project_);
     if (mode < kStartNoPassword && !Login())
         mustexit = 1;
+    // The hour without use counts from the login, not from the machine's boot.
+    project_.TouchActivity();
     if (mustexit == 0) {
         runtimestopped = LocalRuntime::StopForWorkstation();
     }
@@ -620,7 +622,8 @@ void MyFrame::Transfer(bool upload) {
 
 void MyFrame::LoginParameters() {
     GestioneAccesso dialog(this, project_);
-    if (dialog.ShowModal() != 0) {
+    // Only OK (1) saves: the title bar's box ends the dialog with wxID_CANCEL, which is not 0.
+    if (dialog.ShowModal() == 1) {
         dialog.CopyToProject();
         SaveAccess(project_);
     }
