@@ -34,6 +34,25 @@ size_t ExpectedSize(const std::string& bytes, bool& chunked) {
     return headersEnd + 4 + std::strtoull(headers.c_str() + length + 17, nullptr, 10);
 }
 
+// True once the headers are in and ask for "100 Continue" before the body.
+bool AsksToContinue(const std::string& bytes) {
+    const size_t headersEnd = bytes.find("\r\n\r\n");
+    if (headersEnd == std::string::npos)
+        return false;
+    return Lowered(bytes.substr(0, headersEnd)).find("\r\nexpect: 100-continue") !=
+           std::string::npos;
+}
+
+// Takes the Expect header out of the request the engine will read.
+void DropExpect(std::string& bytes) {
+    const size_t headersEnd = bytes.find("\r\n\r\n");
+    const size_t at = Lowered(bytes.substr(0, headersEnd)).find("\r\nexpect:");
+    if (headersEnd == std::string::npos || at == std::string::npos)
+        return;
+    const size_t end = bytes.find("\r\n", at + 2);
+    bytes.erase(at, end - at);
+}
+
 bool Complete(const std::string& bytes, size_t& expected) {
     bool chunked = false;
     expected = ExpectedSize(bytes, chunked);
@@ -49,7 +68,14 @@ SoapRequest::Outcome SoapRequest::Read(int socket, int transferMs, int pauseMs,
     const auto deadline = Clock::now() + std::chrono::milliseconds(transferMs);
     char piece[16384];
     size_t expected = std::string::npos;
+    bool continued = false;
     while (!Complete(bytes, expected)) {
+        // A client that asks before sending its body (Expect: 100-continue) is told to go on.
+        if (!continued && AsksToContinue(bytes)) {
+            continued = true;
+            static const char kContinue[] = "HTTP/1.1 100 Continue\r\n\r\n";
+            ::send(socket, kContinue, sizeof kContinue - 1, MSG_NOSIGNAL);
+        }
         if (bytes.size() > kMaxBytes || (expected != std::string::npos && expected > kMaxBytes))
             return Outcome::kTooLarge;
         const auto left =
@@ -65,11 +91,37 @@ SoapRequest::Outcome SoapRequest::Read(int socket, int transferMs, int pauseMs,
     const size_t headersEnd = bytes.find("\r\n\r\n");
     bool chunked = false;
     ExpectedSize(bytes, chunked);
-    if (chunked)
-        return Outcome::kComplete;  // the engine takes the chunks apart and parses as it goes
-    return WellFormed(bytes.substr(headersEnd + 4, expected - headersEnd - 4))
-               ? Outcome::kComplete
-               : Outcome::kMalformed;
+    // Chunks: the engine takes them apart and parses as it goes.
+    const Outcome judged = chunked ? Outcome::kComplete
+                                   : Judge(bytes.substr(headersEnd + 4, expected - headersEnd - 4));
+    DropExpect(bytes);  // answered here; the engine would answer it a second time
+    return judged;
+}
+
+SoapRequest::Outcome SoapRequest::Judge(const std::string& body) {
+    if (body.find_first_not_of(" \t\r\n") == std::string::npos)
+        return Outcome::kComplete;
+    xmlDocPtr doc = xmlReadMemory(body.data(), static_cast<int>(body.size()), nullptr, nullptr,
+                                  XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
+    if (doc == nullptr)
+        return Outcome::kMalformed;
+    const xmlNode* root = xmlDocGetRootElement(doc);
+    const bool envelope =
+        root != nullptr && xmlStrEqual(root->name, reinterpret_cast<const xmlChar*>("Envelope"));
+    xmlFreeDoc(doc);
+    return envelope ? Outcome::kComplete : Outcome::kNotSoap;
+}
+
+std::string SoapRequest::BadRequestAnswer(const std::string& reason) {
+    const std::string body =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<env:Envelope xmlns:env=\"http://www.w3.org/2003/05/soap-envelope\">"
+        "<env:Body><env:Fault><env:Code><env:Value>env:Sender</env:Value></env:Code>"
+        "<env:Reason><env:Text xml:lang=\"en\">" +
+        reason + "</env:Text></env:Reason></env:Fault></env:Body></env:Envelope>\n";
+    return "HTTP/1.1 400 Bad Request\r\nContent-Type: application/soap+xml; charset=utf-8\r\n"
+           "Content-Length: " +
+           std::to_string(body.size()) + "\r\nConnection: close\r\n\r\n" + body;
 }
 
 bool SoapRequest::WellFormed(const std::string& body) {

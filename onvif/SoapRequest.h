@@ -10,6 +10,7 @@ class SoapRequest {
     enum class Outcome {
         kComplete,    // headers and the whole body (by its length or its last chunk)
         kMalformed,   // complete, but the body is not well-formed XML
+        kNotSoap,     // complete and well-formed, but its root is no SOAP Envelope
         kTooLarge,    // larger than kMaxBytes: what came so far is kept
         kTimedOut,    // the client paused too long, or took too long in all
         kIncomplete,  // the client went away before the end
@@ -20,4 +21,9 @@ class SoapRequest {
     static Outcome Read(int socket, int transferMs, int pauseMs, std::string& bytes);
     // The body of a complete request: well-formed XML, or empty.
     static bool WellFormed(const std::string& body);
+    // What a whole body is: empty or an Envelope (kComplete), XML of another root (kNotSoap),
+    // or no XML at all (kMalformed).
+    static Outcome Judge(const std::string& body);
+    // The answer to a request the engine must not see: HTTP 400 with a SOAP 1.2 Sender fault.
+    static std::string BadRequestAnswer(const std::string& reason);
 };

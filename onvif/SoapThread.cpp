@@ -51,6 +51,8 @@ void ReportBadRequest(SoapRequest::Outcome outcome, const std::string& bytes, SO
     const char* what = nullptr;
     if (outcome == SoapRequest::Outcome::kMalformed)
         what = "not well-formed XML: answered with a fault";
+    else if (outcome == SoapRequest::Outcome::kNotSoap)
+        what = "not a SOAP envelope: answered with a fault";
     else if (outcome == SoapRequest::Outcome::kTooLarge)
         what = "too large: answered with a fault";
     else if (outcome == SoapRequest::Outcome::kTimedOut && !bytes.empty())
@@ -63,6 +65,17 @@ void ReportBadRequest(SoapRequest::Outcome outcome, const std::string& bytes, SO
                                  ? platform::DottedAddress(ntohl(peer.sin_addr.s_addr))
                                  : std::string("?");
     CORVANE_LOG_WARNING("SoapThread::Answer", "SOAP request from " + from + " " + what);
+}
+
+const char* ReasonOf(SoapRequest::Outcome outcome) {
+    switch (outcome) {
+        case SoapRequest::Outcome::kTooLarge:
+            return "Request too large";
+        case SoapRequest::Outcome::kNotSoap:
+            return "Request is not a SOAP envelope";
+        default:
+            return "Request is not well-formed XML";
+    }
 }
 
 // The request of the connection served on this thread, read whole beforehand; the engine reads
@@ -90,6 +103,7 @@ struct SoapThread::Connection {
     OnvifDeviceData data;
     std::function<std::string()> snapshot;
     std::thread thread;
+    uint32_t peer = 0;  // the client's address
     std::atomic<bool> done{false};
     std::mutex socketMutex;  // the socket is closed by its thread or cut by a stop, never both
 };
@@ -188,12 +202,19 @@ void SoapThread::Serve(struct soap* context) {
 }
 
 void SoapThread::Admit(struct soap* context) {
-    if (connections_.size() >= kMaxConnections) {
-        // Every connection busy: this one is closed at once rather than left waiting.
+    Reap(false);  // a connection that has just ended holds no place
+    const uint32_t peer = static_cast<uint32_t>(context->ip);
+    const size_t fromPeer =
+        static_cast<size_t>(std::count_if(connections_.begin(), connections_.end(),
+                                          [peer](const auto& held) { return held->peer == peer; }));
+    if (connections_.size() >= kMaxConnections || fromPeer >= kMaxConnectionsPerClient) {
+        // Every place busy, or this client's own: closed at once rather than left waiting, so
+        // that slow clients of one address never keep another from being answered.
         soap_closesock(context);
         return;
     }
     auto connection = std::make_unique<Connection>();
+    connection->peer = peer;
     connection->context = soap_copy(context);  // takes the accepted socket with it
     context->socket = SOAP_INVALID_SOCKET;
     if (connection->context == nullptr)
@@ -223,6 +244,12 @@ void SoapThread::Answer(Connection& connection) {
     ReportBadRequest(outcome, request.bytes, connection.context->socket);
     if (outcome == SoapRequest::Outcome::kComplete && AnswerSnapshot(connection, request.bytes)) {
         // answered: a picture is not a SOAP exchange
+    } else if (outcome == SoapRequest::Outcome::kMalformed ||
+               outcome == SoapRequest::Outcome::kTooLarge ||
+               outcome == SoapRequest::Outcome::kNotSoap) {
+        // Answered here: the engine, given such a body, closes the connection without a word.
+        platform::SendAllBefore(context->socket, SoapRequest::BadRequestAnswer(ReasonOf(outcome)),
+                                platform::GetTickCount() + kIoTimeoutSeconds * 1000);
     } else if (outcome != SoapRequest::Outcome::kIncomplete &&
                outcome != SoapRequest::Outcome::kTimedOut) {
         currentRequest = &request;
@@ -231,14 +258,7 @@ void SoapThread::Answer(Connection& connection) {
         EventService events(context);
         MediaService media(context);
         DisplayService display(context);
-        const bool served = soap_begin_serve(context) == SOAP_OK;
-        if (outcome != SoapRequest::Outcome::kComplete) {
-            context->error = soap_sender_fault(context,
-                                               outcome == SoapRequest::Outcome::kTooLarge
-                                                   ? "Request too large"
-                                                   : "Request is not well-formed XML",
-                                               nullptr);
-        } else if (served) {
+        if (soap_begin_serve(context) == SOAP_OK) {
             // Each service in turn, while the one before does not know the request. A request
             // none knows is answered with the fault ONVIF names for it, so the client need not
             // wait; as a fault of its own (not a transport error) it keeps the RelatesTo header.

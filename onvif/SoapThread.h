@@ -26,6 +26,7 @@ class SoapThread : public platform::WorkerThread {
     static constexpr int kIoTimeoutSeconds = 5;
     static constexpr int kTransferTimeoutSeconds = 10;  // a whole request, however it trickles
     static constexpr size_t kMaxConnections = 8;
+    static constexpr size_t kMaxConnectionsPerClient = 2;  // of one client address
     static constexpr int kRetryRounds = 600;  // of 100 ms: a bind is retried every 60 s
 
     // bindAddress: empty for every local address.
