@@ -95,7 +95,36 @@ SoapRequest::Outcome SoapRequest::Read(int socket, int transferMs, int pauseMs,
     const Outcome judged = chunked ? Outcome::kComplete
                                    : Judge(bytes.substr(headersEnd + 4, expected - headersEnd - 4));
     DropExpect(bytes);  // answered here; the engine would answer it a second time
+    if (!chunked)
+        ReadAddressingOf2004As2005(bytes);
     return judged;
+}
+
+void SoapRequest::ReadAddressingOf2004As2005(std::string& bytes) {
+    // Only the declaration is renamed: the engine then knows Action, To and MessageID of
+    // either, mustUnderstand ones too. The length told in the headers follows.
+    static const std::string k2004 = "=\"http://schemas.xmlsoap.org/ws/2004/08/addressing\"";
+    static const std::string k2005 = "=\"http://www.w3.org/2005/08/addressing\"";
+    const size_t headersEnd = bytes.find("\r\n\r\n");
+    if (headersEnd == std::string::npos)
+        return;
+    std::string body = bytes.substr(headersEnd + 4);
+    bool renamed = false;
+    for (size_t at = body.find(k2004); at != std::string::npos; at = body.find(k2004, at)) {
+        body.replace(at, k2004.size(), k2005);
+        at += k2005.size();
+        renamed = true;
+    }
+    if (!renamed)
+        return;
+    std::string headers = bytes.substr(0, headersEnd);
+    const size_t length = Lowered(headers).find("\r\ncontent-length:");
+    if (length == std::string::npos)
+        return;
+    const size_t end = headers.find("\r\n", length + 2);
+    headers.replace(length, (end == std::string::npos ? headers.size() : end) - length,
+                    "\r\nContent-Length: " + std::to_string(body.size()));
+    bytes = headers + "\r\n\r\n" + body;
 }
 
 SoapRequest::Outcome SoapRequest::Judge(const std::string& body) {

@@ -24,6 +24,8 @@ class SoapRequest {
     // What a whole body is: empty or an Envelope (kComplete), XML of another root (kNotSoap),
     // or no XML at all (kMalformed).
     static Outcome Judge(const std::string& body);
+    // WS-Addressing of August 2004 declared as that of 2005, whose headers the engine knows.
+    static void ReadAddressingOf2004As2005(std::string& bytes);
     // The answer to a request the engine must not see: HTTP 400 with a SOAP 1.2 Sender fault.
     static std::string BadRequestAnswer(const std::string& reason);
 };

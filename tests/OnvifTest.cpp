@@ -207,10 +207,14 @@ std::string SoapRequest(const std::string& body) {
 
 // A request as mainstream ONVIF clients send it: a WS-Security UsernameToken (plain or digest)
 // and WS-Addressing headers, each marked as one the device must understand.
-std::string SoapRequestWithHeaders(const std::string& body, const std::string& passwordType) {
+std::string SoapRequestWithHeaders(
+    const std::string& body, const std::string& passwordType,
+    const std::string& addressing = "http://www.w3.org/2005/08/addressing") {
     const std::string envelope =
         "<s:Envelope xmlns:s=\"http://www.w3.org/2003/05/soap-envelope\" "
-        "xmlns:a=\"http://www.w3.org/2005/08/addressing\"><s:Header>"
+        "xmlns:a=\"" +
+        addressing +
+        "\"><s:Header>"
         "<a:Action s:mustUnderstand=\"1\">http://www.onvif.org/ver10/device/wsdl/"
         "GetDeviceInformation</a:Action>"
         "<a:MessageID>urn:uuid:6b3f0c1e-0f6e-4d39-9a53-5a0d2b6f3c11</a:MessageID>"
@@ -521,6 +525,14 @@ TEST(SoapThread, UnderstandsWsSecurityAndWsAddressingHeadersAndRelatesItsAnswer)
         // The token is not echoed back.
         EXPECT_EQ(answer.find("UsernameToken"), std::string::npos) << answer;
     }
+    // WS-Addressing of August 2004, its Action and To marked mustUnderstand, as older clients
+    // send it: understood the same.
+    const std::string answer = Exchange(
+        port, SoapRequestWithHeaders(
+                  "<GetDeviceInformation xmlns=\"http://www.onvif.org/ver10/device/wsdl\"/>",
+                  "PasswordText", "http://schemas.xmlsoap.org/ws/2004/08/addressing"));
+    EXPECT_NE(answer.find("GetDeviceInformationResponse"), std::string::npos) << answer;
+    EXPECT_EQ(answer.find("Fault"), std::string::npos) << answer;
     soap.Delete();
 }
 
