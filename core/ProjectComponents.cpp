@@ -240,6 +240,20 @@ void Hold(const ComponentFile& file, int32_t index, const RecordHead& head, cons
     held.push_back({record, head.library});
 }
 
+// The record's plug-in, created; null when the record is only checked, or is held (and said).
+template <typename Manager, typename Record>
+auto PluginFor(const ComponentFile& file, int32_t index, Manager& manager, const RecordHead& head,
+               const Record& record, std::vector<HeldRecord<Record>>& held,
+               std::vector<std::string>* problems) -> decltype(manager.Create(head.library)) {
+    if (NotedOnly(problems, manager, head.library) ||
+        !Loadable(file, index, manager, head, record, held))
+        return nullptr;
+    auto* plugin = manager.Create(head.library);
+    if (plugin == nullptr)
+        Hold(file, index, head, record, held);
+    return plugin;
+}
+
 template <typename Record>
 int32_t CountWithHeld(const OwningArray<Record>& loaded,
                       const std::vector<HeldRecord<Record>>& held) {
@@ -288,14 +302,10 @@ void Project::LoadCamera() {
         camera.name = head.name;
         camera.settings = head.settings;
         camera.sampling = 0;
-        if (NotedOnly(pluginproblems, cameraplugins, head.library) ||
-            !Loadable(kCameras, index, cameraplugins, head, camera, held.cameras))
+        camera.plugin =
+            PluginFor(kCameras, index, cameraplugins, head, camera, held.cameras, pluginproblems);
+        if (camera.plugin == nullptr)
             return true;
-        camera.plugin = cameraplugins.CreateCamera(head.library);
-        if (camera.plugin == nullptr) {
-            Hold(kCameras, index, head, camera, held.cameras);
-            return true;
-        }
         camera.plugin->SetParameters(camera.settings);
         cameras.Add(camera);
         return true;
@@ -405,14 +415,10 @@ void Project::LoadIntegrator() {
         gate.id = head.id;
         gate.name = head.name;
         gate.settings = head.settings;
-        if (NotedOnly(pluginproblems, integratorplugins, head.library) ||
-            !Loadable(kIntegrators, index, integratorplugins, head, gate, held.integrators))
+        gate.plugin = PluginFor(kIntegrators, index, integratorplugins, head, gate,
+                                held.integrators, pluginproblems);
+        if (gate.plugin == nullptr)
             return true;
-        gate.plugin = integratorplugins.CreaIntegratorPlugin(head.library);
-        if (gate.plugin == nullptr) {
-            Hold(kIntegrators, index, head, gate, held.integrators);
-            return true;
-        }
         // The plug-in learns its gate's name from the suffix; the record keeps the stored text,
         // so the file does not grow.
         gate.plugin->SetParameters(gate.settings + "<INTNAME>" + gate.name + "<\\INTNAME>");
@@ -463,14 +469,10 @@ void Project::LoadProcessor() {
         processor.id = head.id;
         processor.name = head.name;
         processor.settings = head.settings;
-        if (NotedOnly(pluginproblems, processorplugins, head.library) ||
-            !Loadable(kProcessors, index, processorplugins, head, processor, held.processors))
+        processor.plugin = PluginFor(kProcessors, index, processorplugins, head, processor,
+                                     held.processors, pluginproblems);
+        if (processor.plugin == nullptr)
             return true;
-        processor.plugin = processorplugins.CreaProcessorPlugin(head.library);
-        if (processor.plugin == nullptr) {
-            Hold(kProcessors, index, head, processor, held.processors);
-            return true;
-        }
         processor.plugin->SetParameters(processor.settings);
         OpenWith(processor.plugin, processor.id, args);
         processors.Add(processor);

@@ -236,6 +236,24 @@ std::string SoapRequestWithHeaders(
            std::to_string(envelope.size()) + "\r\n\r\n" + envelope;
 }
 
+// A connection to a local port from a chosen loopback address; -1 when refused.
+int ConnectFrom(const char* source, int port) {
+    const int sock = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in from{};
+    from.sin_family = AF_INET;
+    ::inet_pton(AF_INET, source, &from.sin_addr);
+    ::bind(sock, reinterpret_cast<sockaddr*>(&from), sizeof from);
+    sockaddr_in to{};
+    to.sin_family = AF_INET;
+    to.sin_port = htons(static_cast<uint16_t>(port));
+    to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (::connect(sock, reinterpret_cast<sockaddr*>(&to), sizeof to) != 0) {
+        ::close(sock);
+        return -1;
+    }
+    return sock;
+}
+
 bool WaitServing(const SoapThread& soap) {
     for (int i = 0; i < 200 && !soap.Serving(); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -389,22 +407,16 @@ TEST(SoapThread, FiftySlowClientsOfOneAddressNeverKeepAnotherFromBeingAnswered) 
         slow.emplace_back([&] {
             const std::string request = "POST /onvif/device_service HTTP/1.1\r\nHost: x\r\n";
             while (!stop) {
-                const int sock = ::socket(AF_INET, SOCK_STREAM, 0);
-                sockaddr_in from{};
-                from.sin_family = AF_INET;
-                ::inet_pton(AF_INET, "127.0.0.2", &from.sin_addr);
-                ::bind(sock, reinterpret_cast<sockaddr*>(&from), sizeof from);
-                sockaddr_in to{};
-                to.sin_family = AF_INET;
-                to.sin_port = htons(static_cast<uint16_t>(port));
-                to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-                if (::connect(sock, reinterpret_cast<sockaddr*>(&to), sizeof to) == 0)
+                const int sock = ConnectFrom("127.0.0.2", port);
+                if (sock >= 0)
                     for (size_t at = 0; at < request.size() && !stop; ++at) {
                         if (::send(sock, request.data() + at, 1, MSG_NOSIGNAL) <= 0)
                             break;
                         for (int t = 0; t < 10 && !stop; ++t)
                             std::this_thread::sleep_for(std::chrono::milliseconds(100));
                     }
+                if (sock < 0)
+                    std::this_thread::sleep_for(std::chrono::milliseconds(100));
                 ::close(sock);
             }
         });
@@ -463,16 +475,8 @@ TEST(SoapThread, BadXmlGetsAFaultAtOnceAndSlowClientsHoldOnlyThemselves) {
     // two connections at most) hold their own connection only.
     std::atomic<bool> stop{false};
     auto trickle = [&](const std::string& request, bool stall) {
-        const int sock = ::socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in from{};
-        from.sin_family = AF_INET;
-        ::inet_pton(AF_INET, "127.0.0.2", &from.sin_addr);
-        ::bind(sock, reinterpret_cast<sockaddr*>(&from), sizeof from);
-        sockaddr_in to{};
-        to.sin_family = AF_INET;
-        to.sin_port = htons(static_cast<uint16_t>(port));
-        to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        if (::connect(sock, reinterpret_cast<sockaddr*>(&to), sizeof to) == 0) {
+        const int sock = ConnectFrom("127.0.0.2", port);
+        if (sock >= 0) {
             const size_t first = stall ? request.size() / 2 : 0;
             ::send(sock, request.data(), first, MSG_NOSIGNAL);
             for (size_t i = first; i < request.size() && !stop; ++i) {

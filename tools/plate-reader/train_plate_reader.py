@@ -171,6 +171,33 @@ def _paste_synthetic(patch, rng, boxes, european):
     boxes.append((xs.min(), ys.min(), xs.max() - xs.min(), ys.max() - ys.min()))
 
 
+def _patch_around(grey, box, scale, rng, size):
+    """A size x size patch of the picture at scale: most often with the box inside it, else
+    anywhere. Answers the patch and its top-left corner in the picture."""
+    x, y, w, h = box
+    span = size / scale
+    if rng.random() < 0.85:  # the plate inside the patch
+        px = x + w / 2 - rng.uniform(0.1, 0.9) * span
+        py = y + h / 2 - rng.uniform(0.1, 0.9) * span
+    else:
+        px = rng.uniform(0, max(1, grey.shape[1] - span))
+        py = rng.uniform(0, max(1, grey.shape[0] - span))
+    m = np.float32([[scale, 0, -px * scale], [0, scale, -py * scale]])
+    patch = cv2.warpAffine(grey, m, (size, size), flags=cv2.INTER_AREA if scale < 1 else cv2.INTER_LINEAR,
+                           borderMode=cv2.BORDER_REFLECT)
+    return patch, px, py
+
+
+def _boxes_inside(boxes, px, py, scale, size):
+    """The boxes in patch coordinates that lie (mostly) inside the patch."""
+    inside = []
+    for bx, by, bw, bh in boxes:
+        bx, by, bw, bh = (bx - px) * scale, (by - py) * scale, bw * scale, bh * scale
+        if bx > -bw * 0.3 and by > -bh * 0.3 and bx + bw * 0.7 < size and by + bh * 0.7 < size:
+            inside.append((bx, by, bw, bh))
+    return inside
+
+
 def detector_target(boxes, size):
     cells = size // STRIDE
     target = np.zeros((5, cells, cells), np.float32)
@@ -201,21 +228,8 @@ def _detector_patches(args):
         x, y, w, h = box
         width = np.exp(rng.uniform(np.log(16), np.log(170)))
         scale = width / w
-        span = size / scale
-        if rng.random() < 0.85:  # the real plate inside the patch
-            px = x + w / 2 - rng.uniform(0.1, 0.9) * span
-            py = y + h / 2 - rng.uniform(0.1, 0.9) * span
-        else:
-            px = rng.uniform(0, max(1, grey.shape[1] - span))
-            py = rng.uniform(0, max(1, grey.shape[0] - span))
-        m = np.float32([[scale, 0, -px * scale], [0, scale, -py * scale]])
-        patch = cv2.warpAffine(grey, m, (size, size), flags=cv2.INTER_AREA if scale < 1 else cv2.INTER_LINEAR,
-                               borderMode=cv2.BORDER_REFLECT)
-        boxes = []
-        bx, by = (x - px) * scale, (y - py) * scale
-        bw, bh = w * scale, h * scale
-        if bx > -bw * 0.3 and by > -bh * 0.3 and bx + bw * 0.7 < size and by + bh * 0.7 < size:
-            boxes.append((bx, by, bw, bh))
+        patch, px, py = _patch_around(grey, box, scale, rng, size)
+        boxes = _boxes_inside([box], px, py, scale, size)
         for _ in range(int(rng.integers(0, 3))):
             _paste_synthetic(patch, rng, boxes, european)
         if rng.random() < 0.5:
@@ -244,21 +258,8 @@ def _box_patches(args):
         # Mostly at the scale the plug-in gives such a frame, at times larger or smaller.
         width = float(np.clip(w * input_scale(grey.shape[1]) * np.exp(rng.uniform(-0.7, 1.0)), 12, 170))
         scale = width / w
-        span = size / scale
-        if rng.random() < 0.85:
-            px = x + w / 2 - rng.uniform(0.1, 0.9) * span
-            py = y + h / 2 - rng.uniform(0.1, 0.9) * span
-        else:
-            px = rng.uniform(0, max(1, grey.shape[1] - span))
-            py = rng.uniform(0, max(1, grey.shape[0] - span))
-        m = np.float32([[scale, 0, -px * scale], [0, scale, -py * scale]])
-        patch = cv2.warpAffine(grey, m, (size, size), flags=cv2.INTER_AREA if scale < 1 else cv2.INTER_LINEAR,
-                               borderMode=cv2.BORDER_REFLECT)
-        inside = []
-        for bx, by, bw, bh in boxes:
-            bx, by, bw, bh = (bx - px) * scale, (by - py) * scale, bw * scale, bh * scale
-            if bx > -bw * 0.3 and by > -bh * 0.3 and bx + bw * 0.7 < size and by + bh * 0.7 < size:
-                inside.append((bx, by, bw, bh))
+        patch, px, py = _patch_around(grey, (x, y, w, h), scale, rng, size)
+        inside = _boxes_inside(boxes, px, py, scale, size)
         if rng.random() < 0.5:
             patch = patch[:, ::-1].copy()
             inside = [(size - bx - bw, by, bw, bh) for bx, by, bw, bh in inside]
