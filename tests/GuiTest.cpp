@@ -441,6 +441,22 @@ TEST(DesktopProgram, TheSettingsDialogBuildsRowsAndTheValueReturn) {
     EXPECT_NE(flat.find("<VALUE>Slow<\\VALUE>"), std::string::npos);
     EXPECT_NE(flat.find("<TYPE>PIN<\\TYPE><VALUE>NO BOARD;-1<\\VALUE>"), std::string::npos)
         << dialog.returntext;
+
+    // A default without ";" names no board, even one that exists by that name.
+    project.appdir = CORVANE_APP_DIR;
+    project.AddBoard("IO", "VirtualBoard", "", 1);
+    ASSERT_EQ(project.boards.GetCount(), 1u);
+    ParametriScheda bare(nullptr, project,
+                         "<TITLE>Gate<\\TITLE><PARAMETER><NAME>Out<\\NAME><TYPE>PIN_OUT<\\TYPE>"
+                         "<DEFAULT>IO<\\DEFAULT><\\PARAMETER>",
+                         "Lane name", "Gate1");
+    EXPECT_EQ(bare.Grid()->GetProperty("Board0")->GetValueAsString(), "NO BOARD");
+    ParametriScheda named(nullptr, project,
+                          "<TITLE>Gate<\\TITLE><PARAMETER><NAME>Out<\\NAME><TYPE>PIN_OUT<\\TYPE>"
+                          "<DEFAULT>IO;-1<\\DEFAULT><\\PARAMETER>",
+                          "Lane name", "Gate1");
+    EXPECT_EQ(named.Grid()->GetProperty("Board0")->GetValueAsString(), "IO");
+    project.CloseAll();
 }
 
 namespace {

@@ -118,17 +118,27 @@ void ParametriScheda::Build(const std::string& description) {
 
 void ParametriScheda::AddPinRows(const Parametro& parameter, int index) {
     pintypes.push_back(parameter.type);
-    const std::string text = parameter.defaultText;
-    const size_t semicolon = text.find(';');
-    const std::string boardName = text.substr(0, semicolon);
-    const int pin = semicolon == std::string::npos ? -1 : std::atoi(text.c_str() + semicolon + 1);
+    // The default is read as the model reads it: "board;pin", a board that exists, a pin it has.
+    const std::string& text = parameter.defaultText;
+    std::vector<std::string> boardNames;
+    const Board* named = nullptr;
+    for (const Board& board : project_.boards) {
+        boardNames.push_back(board.name);
+        if (named == nullptr && board.name == text.substr(0, text.find(';')))
+            named = &board;
+    }
+    std::vector<int> pinIds;
+    if (named != nullptr)
+        PinsOf(*named, parameter.type, nullptr, &pinIds);
+    const ParameterValue chosen = ParsePinDefault(text, boardNames, pinIds);
+    const int pin = chosen.pin;
     grid_->Append(new wxPropertyCategory(wxString::FromUTF8(parameter.name)));
     wxPGChoices boards;
     boards.Add(kNoBoard, -1);
     int boardId = -1;
     for (const Board& board : project_.boards) {
         boards.Add(wxString::FromUTF8(board.name), board.id);
-        if (board.name == boardName)
+        if (!chosen.board.empty() && board.name == chosen.board && boardId < 0)
             boardId = board.id;
     }
     wxPGProperty* boardRow =
@@ -140,6 +150,20 @@ void ParametriScheda::AddPinRows(const Parametro& parameter, int index) {
     FillPins(index, boardId, pin);
 }
 
+void ParametriScheda::PinsOf(const Board& board, int type, std::vector<std::string>* names,
+                             std::vector<int>* ids) {
+    if (board.plugin == nullptr)
+        return;
+    std::vector<std::string> allNames;
+    std::vector<int> allIds;
+    for (const int pinClass : PinClassesOf(type))
+        board.plugin->GetPins(allNames, allIds, pinClass);
+    if (names != nullptr)
+        *names = std::move(allNames);
+    if (ids != nullptr)
+        *ids = std::move(allIds);
+}
+
 void ParametriScheda::FillPins(int index, int boardId, int selectedPin) {
     wxPGProperty* pinRow = grid_->GetProperty(wxString::Format("Pins%d", index));
     if (pinRow == nullptr)
@@ -148,12 +172,11 @@ void ParametriScheda::FillPins(int index, int boardId, int selectedPin) {
     pins.Add(kNoPin, -1);
     const Board* board = project_.GetBoard(boardId);
     bool known = false;
-    if (board != nullptr && board->plugin != nullptr) {
+    if (board != nullptr) {
         const int type = index < static_cast<int>(pintypes.size()) ? pintypes[index] : kParamPin;
         std::vector<std::string> names;
         std::vector<int> ids;
-        for (const int pinClass : PinClassesOf(type))
-            board->plugin->GetPins(names, ids, pinClass);
+        PinsOf(*board, type, &names, &ids);
         for (size_t i = 0; i < names.size() && i < ids.size(); ++i) {
             pins.Add(wxString::FromUTF8(names[i]), ids[i]);
             known = known || ids[i] == selectedPin;

@@ -6,6 +6,8 @@
 
 #include "plugins/Parametro.h"
 
+struct Board;
+
 class Project;
 class wxPropertyGrid;
 class wxPropertyGridEvent;
@@ -36,6 +38,9 @@ class ParametriScheda : public wxDialog {
     void Build(const std::string& description);
     void AddPinRows(const Parametro& parameter, int index);
     void FillPins(int index, int boardId, int selectedPin);
+    // The names and ids of the pins a board offers for a pin parameter's type.
+    static void PinsOf(const Board& board, int type, std::vector<std::string>* names,
+                       std::vector<int>* ids);
     void OnChanged(wxPropertyGridEvent& event);
     void OnButton(wxCommandEvent& event);
     void OnClose(wxCloseEvent& event);
