@@ -9,6 +9,8 @@ extern "C" {
 #include <libavutil/opt.h>
 }
 
+#include "platform/Ticks.h"
+
 H264Encoder::H264Encoder(int width, int height, int bitRate, int frameRate)
     : frameRate_(frameRate > 0 ? frameRate : kDefaultFrameRate), bitRate_(bitRate) {
     av_log_set_level(AV_LOG_ERROR);  // libx264's statistics are not for the operator's console
@@ -29,6 +31,9 @@ H264Encoder::~H264Encoder() {
 bool H264Encoder::Open(int width, int height) {
     width_ = width;
     height_ = height;
+    ++attempts_;
+    failed_ = true;  // until the end is reached
+    failedAt_ = platform::GetTickCount();
     context_ = avcodec_alloc_context3(codec_);
     if (context_ == nullptr)
         return false;
@@ -45,7 +50,8 @@ bool H264Encoder::Open(int width, int height) {
     av_opt_set(context_->priv_data, "tune", "zerolatency", 0);
     av_opt_set(context_->priv_data, "x264opts", "no-mbtree:sliced-threads:sync-lookahead=0", 0);
     if (avcodec_open2(context_, codec_, nullptr) < 0) {
-        std::fputs("Could not open codec\n", stderr);
+        std::fprintf(stderr, "Could not open codec: H.264 at %dx%d, %d b/s; tried again in %u s\n",
+                     width, height, bitRate_, kRetryMs / 1000);
         avcodec_free_context(&context_);
         return false;
     }
@@ -62,6 +68,7 @@ bool H264Encoder::Open(int width, int height) {
         av_frame_free(&picture_);
         return false;
     }
+    failed_ = false;
     return true;
 }
 
@@ -97,9 +104,14 @@ int H264Encoder::Encode(const uint8_t* rgb, int width, int height, std::vector<u
     packet.clear();
     if (codec_ == nullptr || rgb == nullptr || width <= 0 || height <= 0)
         return 0;
-    if (width != width_ || height != height_ || context_ == nullptr) {
+    const bool resized = width != width_ || height != height_;
+    if (resized || context_ == nullptr) {
+        if (!resized && failed_ &&
+            platform::ElapsedTicks(platform::GetTickCount(), failedAt_) < kRetryMs)
+            return 0;  // tried a moment ago: not at every picture
         Close();
-        std::fputs("Restart avcodec\n", stderr);
+        if (resized)
+            std::fputs("Restart avcodec\n", stderr);
         if (!Open(width, height))
             return 0;
     }

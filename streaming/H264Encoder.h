@@ -25,8 +25,13 @@ class H264Encoder {
 
     // Encodes one picture (rows of width * 3 bytes, red first) into packet (Annex B, start
     // codes included). Returns the packet's size, 0 when there is none or it is too large.
-    // A picture of another size reopens the encoder first ("Restart avcodec").
+    // A picture of another size reopens the encoder first ("Restart avcodec"). An encoder that
+    // cannot open (libx264 refuses a bit rate under 1,000 b/s) is tried again once a minute,
+    // with one line each time, never at every picture.
     int Encode(const uint8_t* rgb, int width, int height, std::vector<uint8_t>& packet);
+    static constexpr uint32_t kRetryMs = 60000;
+    // How often the encoder was opened, or tried to be.
+    int OpenAttempts() const { return attempts_; }
 
     // Rate statistics written into the open encoder, as the interval of the stream found them.
     void SetMeasuredRate(int frames, int bytes, int seconds);
@@ -53,4 +58,7 @@ class H264Encoder {
     int bitRate_;
     int width_ = 0;
     int height_ = 0;
+    int attempts_ = 0;
+    bool failed_ = false;  // the last open failed, at failedAt_
+    uint32_t failedAt_ = 0;
 };

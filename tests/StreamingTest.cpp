@@ -219,6 +219,21 @@ TEST(H264Encoder, ColourConversionIsIntegerAndTakesTheLastPixelOfABlock) {
     EXPECT_EQ(cr[1], 128);
 }
 
+TEST(H264Encoder, AnEncoderThatCannotOpenIsNotTriedAtEveryPicture) {
+    // libx264 refuses a bit rate under 1,000 b/s: one try, then none for a minute.
+    H264Encoder encoder(64, 48, 500, 25);
+    EXPECT_FALSE(encoder.Ready());
+    const std::vector<uint8_t> rgb(64 * 48 * 3, 128);
+    std::vector<uint8_t> packet;
+    for (int i = 0; i < 50; ++i)
+        EXPECT_EQ(encoder.Encode(rgb.data(), 64, 48, packet), 0);
+    EXPECT_EQ(encoder.OpenAttempts(), 1);
+    // A good rate opens at once and encodes.
+    H264Encoder good(64, 48, 100000, 25);
+    EXPECT_GT(good.Encode(rgb.data(), 64, 48, packet), 0);
+    EXPECT_EQ(good.OpenAttempts(), 1);
+}
+
 TEST(H264Encoder, FollowsTheFrameSizeAndSaysSoOnce) {
     H264Encoder encoder(64, 48, 200000);
     ASSERT_TRUE(encoder.Ready());
