@@ -3,8 +3,10 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 
 #include "SoapRequest.h"
@@ -93,6 +95,33 @@ size_t FromReadRequest(struct soap*, char* buffer, size_t length) {
     currentRequest->bytes.copy(buffer, count, currentRequest->taken);
     currentRequest->taken += count;
     return count;
+}
+
+// The connection this thread answers is marked done as its socket is shut down or closed,
+// wherever the engine does it (a service's answer does it itself): a client that asks again as
+// soon as it sees the end finds its place free, not held by the connection it has just
+// finished with.
+struct Closing {
+    std::atomic<bool>* done = nullptr;
+    int (*shutdown)(struct soap*, SOAP_SOCKET, int) = nullptr;
+    int (*close)(struct soap*, SOAP_SOCKET) = nullptr;
+};
+thread_local Closing closing;
+
+void MarkDone() {
+    if (closing.done != nullptr)
+        *closing.done = true;
+}
+
+int ShutDownMarkingDone(struct soap* context, SOAP_SOCKET socket, int how) {
+    MarkDone();
+    return closing.shutdown != nullptr ? closing.shutdown(context, socket, how)
+                                       : ::shutdown(socket, how);
+}
+
+int CloseMarkingDone(struct soap* context, SOAP_SOCKET socket) {
+    MarkDone();
+    return closing.close != nullptr ? closing.close(context, socket) : ::close(socket);
 }
 
 }  // namespace
@@ -238,6 +267,9 @@ void SoapThread::Admit(struct soap* context) {
 
 void SoapThread::Answer(Connection& connection) {
     struct soap* context = connection.context;
+    closing = {&connection.done, context->fshutdownsocket, context->fclosesocket};
+    context->fshutdownsocket = ShutDownMarkingDone;
+    context->fclosesocket = CloseMarkingDone;
     ReadRequest request;
     const SoapRequest::Outcome outcome = SoapRequest::Read(
         context->socket, kTransferTimeoutSeconds * 1000, kIoTimeoutSeconds * 1000, request.bytes);
@@ -281,7 +313,7 @@ void SoapThread::Answer(Connection& connection) {
         std::lock_guard<std::mutex> lock(connection.socketMutex);
         soap_closesock(context);
     }
-    connection.done = true;
+    connection.done = true;  // closed by the engine already, or a connection never answered
 }
 
 void SoapThread::SetSnapshotSource(std::function<std::string()> source) {

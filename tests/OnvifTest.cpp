@@ -442,6 +442,27 @@ TEST(SoapThread, FiftySlowClientsOfOneAddressNeverKeepAnotherFromBeingAnswered) 
         thread.join();
 }
 
+TEST(SoapThread, AClientThatAsksAgainAtOnceIsAnsweredEveryTime) {
+    // A client that holds one connection open (a slow event pull, say) and polls on another,
+    // one request after the other: the connection it has just finished with never counts
+    // against its next one.
+    const int port = TestPort() + 7;
+    SoapThread soap("Gate1", port, 1000000);
+    soap.Run();
+    ASSERT_TRUE(WaitServing(soap));
+    const int held = ConnectFrom("127.0.0.1", port);
+    ASSERT_GE(held, 0);
+    ::send(held, "POST", 4, MSG_NOSIGNAL);
+    for (int round = 0; round < 100; ++round) {
+        const std::string answer = Exchange(
+            port, SoapRequest("<GetSystemDateAndTime xmlns=\"http://www.onvif.org/ver10/device/"
+                              "wsdl\"/>"));
+        ASSERT_NE(answer.find("GetSystemDateAndTimeResponse"), std::string::npos)
+            << "round " << round << ": " << answer;
+    }
+    ::close(held);
+}
+
 TEST(SoapThread, BadXmlGetsAFaultAtOnceAndSlowClientsHoldOnlyThemselves) {
     const int port = TestPort() + 3;
     SoapThread soap("Gate1", port, 1000000, "127.0.0.1");
