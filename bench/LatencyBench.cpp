@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Ticks.h"
 #include "streaming/RtspService.h"
 
 namespace {
@@ -97,7 +98,8 @@ int main(int argc, char** argv) {
                 pushed[frame % 256] = Clock::now();
             }
             service.SetStreamSize(kWidth, kHeight, "Latency");
-            service.PushStreamFrame(picture.data(), kWidth, kHeight, "Latency");
+            service.PushStreamFrame(picture.data(), kWidth, kHeight, "Latency",
+                                    platform::GetTickCount());
             std::this_thread::sleep_for(std::chrono::milliseconds(100));
         }
     });

@@ -20,6 +20,7 @@
 #include "pipeline/LPRThread.h"
 #include "pipeline/LaneControl.h"
 #include "platform/FileSystem.h"
+#include "platform/Ticks.h"
 
 namespace {
 
@@ -104,7 +105,7 @@ void RunPipeline(benchmark::State& state, const char* reader) {
         return true;
     };
     for (auto _ : state) {
-        grab.HandleFrame(frames[next++ % frames.size()]);
+        grab.HandleFrame(frames[next++ % frames.size()], platform::GetTickCount());
         while (!idle())
             std::this_thread::yield();
     }

@@ -59,19 +59,19 @@ bool GrabThread::GrabOnce() {
     lastFrameId_ = frameId;
     // The whole cycle runs inside the plug-in's frame lock, as the contract promises it.
     if (FrameConverter::Convert(raw, width, height, format, frame_))
-        HandleFrame(frame_);
+        HandleFrame(frame_, now);
     plugin.UnlockFrame();
     return true;
 }
 
-void GrabThread::HandleFrame(const cv::Mat& frame) {
+void GrabThread::HandleFrame(const cv::Mat& frame, uint32_t captureTick) {
     if (streams_ != nullptr && streams_->RtspRunning())
-        StreamStep(frame);
+        StreamStep(frame, captureTick);
     DistributeFrame(frame);
     LiveViewStep(frame);
 }
 
-void GrabThread::StreamStep(const cv::Mat& frame) {
+void GrabThread::StreamStep(const cv::Mat& frame, uint32_t captureTick) {
     if (settings_.port <= 0)
         return;
     const int period = StreamPacer::PeriodOf(settings_.FPS);
@@ -87,7 +87,7 @@ void GrabThread::StreamStep(const cv::Mat& frame) {
         streams_->SetVideoFormat(*camera->soapthread, scaled.cols, scaled.rows,
                                  streams_->StreamRate(settings_.name, settings_.FPS));
     streams_->SetStreamSize(scaled.cols, scaled.rows, settings_.name);
-    streams_->PushStreamFrame(scaled.data, scaled.cols, scaled.rows, settings_.name);
+    streams_->PushStreamFrame(scaled.data, scaled.cols, scaled.rows, settings_.name, captureTick);
 }
 
 void GrabThread::DistributeFrame(const cv::Mat& frame) {

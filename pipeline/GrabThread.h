@@ -35,7 +35,8 @@ class GrabThread : public platform::WorkerThread {
     ~GrabThread() override { Delete(); }
 
     // Everything done with one converted frame, in order: stream, regions, live view.
-    void HandleFrame(const cv::Mat& frame);
+    // captureTick: when the frame was taken from the plug-in.
+    void HandleFrame(const cv::Mat& frame, uint32_t captureTick);
     // Cuts and queues the picture of every region of this source.
     void DistributeFrame(const cv::Mat& frame);
 
@@ -46,7 +47,7 @@ class GrabThread : public platform::WorkerThread {
 
   private:
     bool GrabOnce();
-    void StreamStep(const cv::Mat& frame);
+    void StreamStep(const cv::Mat& frame, uint32_t captureTick);
     void LiveViewStep(const cv::Mat& frame);
 
     Project& project_;

@@ -170,7 +170,7 @@ void LPRThread::Cycle(LPRPackage& package) {
         Recognise(gray, area);
     const std::vector<Reading> readings = ReadResults();
 
-    StreamStep(gray, area, readings);
+    StreamStep(gray, area, readings, package.tick);
     gray.release();
     AcceptReadings(readings, area, package);
 
@@ -262,7 +262,7 @@ std::vector<LPRThread::Reading> LPRThread::ReadResults() {
 }
 
 void LPRThread::StreamStep(const cv::Mat& gray, const SearchArea& area,
-                           const std::vector<Reading>& readings) {
+                           const std::vector<Reading>& readings, uint32_t captureTick) {
     std::lock_guard<std::mutex> lock(project_.lprmutex);
     const Lane* lane = project_.GetLane(settings_.laneId);
     if (lane == nullptr)
@@ -288,7 +288,7 @@ void LPRThread::StreamStep(const cv::Mat& gray, const SearchArea& area,
         streams_->SetVideoFormat(*lane->soapthread, scaled.cols, scaled.rows,
                                  streams_->StreamRate(settings_.name, lane->FPS));
     streams_->SetStreamSize(scaled.cols, scaled.rows, settings_.name);
-    streams_->PushStreamFrame(scaled.data, scaled.cols, scaled.rows, settings_.name);
+    streams_->PushStreamFrame(scaled.data, scaled.cols, scaled.rows, settings_.name, captureTick);
 }
 
 void LPRThread::DrawReading(cv::Mat& picture, const Reading& reading, int offsetX, int offsetY) {

@@ -75,8 +75,9 @@ class LPRThread : public platform::WorkerThread {
     int TriggerAndArea(const cv::Mat& gray, const std::string& boardText, SearchArea& area);
     void Recognise(const cv::Mat& gray, const SearchArea& area);
     std::vector<Reading> ReadResults();
+    // captureTick: when the region's picture was taken from its source.
     void StreamStep(const cv::Mat& gray, const SearchArea& area,
-                    const std::vector<Reading>& readings);
+                    const std::vector<Reading>& readings, uint32_t captureTick);
     void AcceptReadings(const std::vector<Reading>& readings, const SearchArea& area,
                         const LPRPackage& package);
     void ReportEmptyFrame(const LPRPackage& package);

@@ -19,9 +19,11 @@ class StreamServices {
     virtual void RemoveStream(const std::string& name) = 0;
     virtual bool HasStream(const std::string& name) const = 0;
     virtual void SetStreamSize(int width, int height, const std::string& name) = 0;
-    // Copies the packed 24-bit picture; the caller keeps its buffer.
+    // Copies the packed 24-bit picture; the caller keeps its buffer. captureTick is the
+    // platform tick at which the picture was taken from its source: the stream's timestamps
+    // follow it, not the moment the picture arrives here.
     virtual void PushStreamFrame(const uint8_t* data, int width, int height,
-                                 const std::string& name) = 0;
+                                 const std::string& name, uint32_t captureTick) = 0;
     // Pictures a second that the stream's producer really pushes (measured over the last
     // seconds); fallback before there is a measure, or for an unknown stream.
     virtual int StreamRate(const std::string& name, int fallback) const = 0;

@@ -48,10 +48,17 @@ struct RtspService::Stream {
     std::vector<uint8_t> latest;
     int latestWidth = 0;
     int latestHeight = 0;
+    // Timestamps of the source in play follow the pictures' capture times, so the stream
+    // keeps the pace the pictures were taken at, whatever delay each met on its way here.
+    bool stamped = false;
+    uint32_t firstCaptureTick = 0;
+    GstClockTimeDiff captureOffset = 0;  // source time minus capture time, the least seen
+    GstClockTime lastTimestamp = 0;
 
     void NotePush(uint32_t now);
     int FrameRate() const;
-    void PushFrame(const uint8_t* data, int frameWidth, int frameHeight);
+    GstClockTime TimestampOf(uint32_t captureTick);
+    void PushFrame(const uint8_t* data, int frameWidth, int frameHeight, uint32_t captureTick);
 };
 
 namespace {
@@ -106,7 +113,7 @@ void SetSourceCaps(GstElement* source, int rate) {
 // one picture and makes FFmpeg-based players decode each half as a picture of its own; and no
 // parser may sit in between, as it would carry the closing delimiter over to the next picture.
 constexpr const char* kLaunch =
-    "( appsrc name=src is-live=true format=time do-timestamp=true "
+    "( appsrc name=src is-live=true format=time do-timestamp=false "
     "! rtph264pay name=pay0 pt=96 )";  // the source's caps are set as the media is configured
 
 using StreamRef = std::shared_ptr<RtspService::Stream>;
@@ -217,6 +224,7 @@ void OnMediaConfigure(GstRTSPMediaFactory*, GstRTSPMedia* media, gpointer data) 
         gst_object_unref(stream->source);
     stream->source = source;
     stream->encoder.reset();
+    stream->stamped = false;
     stream->intervalFrames = 0;
     stream->intervalBytes = 0;
     stream->intervalStart = platform::GetTickCount();
@@ -266,7 +274,34 @@ std::string MountPath(const std::string& name) {
 
 }  // namespace
 
-void RtspService::Stream::PushFrame(const uint8_t* data, int frameWidth, int frameHeight) {
+GstClockTime RtspService::Stream::TimestampOf(uint32_t captureTick) {
+    const GstClockTime now = gst_element_get_current_running_time(source);
+    const GstClockTimeDiff running = GST_CLOCK_TIME_IS_VALID(now) ? GST_CLOCK_DIFF(0, now) : 0;
+    if (!stamped) {
+        stamped = true;
+        firstCaptureTick = captureTick;
+        captureOffset = running;
+        lastTimestamp = static_cast<GstClockTime>(running);
+        return lastTimestamp;
+    }
+    // The capture's time on the source's clock, through the shortest delay seen from capture
+    // to here: a picture is never stamped ahead of the source's running time (the server's
+    // sinks would hold it until then), and delays that vary leave the pace as captured.
+    const GstClockTimeDiff captured =
+        static_cast<GstClockTimeDiff>(static_cast<int32_t>(captureTick - firstCaptureTick)) *
+        GST_MSECOND;
+    captureOffset = std::min(captureOffset, running - captured);
+    GstClockTimeDiff timestamp = captured + captureOffset;
+    // Never standing still or going back.
+    const auto last = static_cast<GstClockTimeDiff>(lastTimestamp);
+    if (timestamp <= last)
+        timestamp = last + GST_MSECOND;
+    lastTimestamp = static_cast<GstClockTime>(timestamp);
+    return lastTimestamp;
+}
+
+void RtspService::Stream::PushFrame(const uint8_t* data, int frameWidth, int frameHeight,
+                                    uint32_t captureTick) {
     if (!encoder)
         encoder = std::make_unique<H264Encoder>(width, height, bitrate, FrameRate());
     // The earlier frame has not left yet: this one is dropped unencoded.
@@ -285,6 +320,8 @@ void RtspService::Stream::PushFrame(const uint8_t* data, int frameWidth, int fra
         packet.resize(static_cast<size_t>(count));
         packet.insert(packet.end(), std::begin(kDelimiter), std::end(kDelimiter));
         GstBuffer* buffer = gst_buffer_new_memdup(packet.data(), packet.size());
+        // Every picture is an intra picture: decoding order is presentation order.
+        GST_BUFFER_PTS(buffer) = GST_BUFFER_DTS(buffer) = TimestampOf(captureTick);
         gst_app_src_push_buffer(GST_APP_SRC(source), buffer);  // takes the buffer
         intervalBytes += count;
         ++intervalFrames;
@@ -518,7 +555,7 @@ int RtspService::StreamRate(const std::string& name, int fallback) const {
 }
 
 void RtspService::PushStreamFrame(const uint8_t* data, int width, int height,
-                                  const std::string& name) {
+                                  const std::string& name, uint32_t captureTick) {
     if (!running_ || data == nullptr || width <= 0 || height <= 0)
         return;
     const auto stream = Find(name);
@@ -530,5 +567,5 @@ void RtspService::PushStreamFrame(const uint8_t* data, int width, int height,
     stream->latestWidth = width;
     stream->latestHeight = height;
     if (stream->alive && stream->source != nullptr)
-        stream->PushFrame(data, width, height);
+        stream->PushFrame(data, width, height, captureTick);
 }

@@ -52,8 +52,8 @@ class RtspService : public StreamServices {
     // had not yet been taken by the clients' pipeline (a live stream never queues).
     uint64_t DroppedStreamFrames(const std::string& name) const;
     void SetStreamSize(int width, int height, const std::string& name) override;
-    void PushStreamFrame(const uint8_t* data, int width, int height,
-                         const std::string& name) override;
+    void PushStreamFrame(const uint8_t* data, int width, int height, const std::string& name,
+                         uint32_t captureTick) override;
     int StreamRate(const std::string& name, int fallback) const override;
     // The latest picture pushed to the stream as JPEG; empty before the first one.
     std::string Snapshot(const std::string& name) const;

@@ -31,6 +31,7 @@
 #include "platform/DynamicLibrary.h"
 #include "platform/FileSystem.h"
 #include "platform/TcpSocket.h"
+#include "platform/Ticks.h"
 #include "plugins/Parametro.h"
 #include "streaming/RtspService.h"
 
@@ -477,7 +478,7 @@ TEST(IpCamera, FindsThisProgramsOwnDeviceByOnvifAndPlaysItsStream) {
             for (size_t i = 0; i < picture.size(); ++i)
                 picture[i] = static_cast<uint8_t>(i / 3 + frame * 5);
             rtsp.SetStreamSize(352, 288, "GateNorth");
-            rtsp.PushStreamFrame(picture.data(), 352, 288, "GateNorth");
+            rtsp.PushStreamFrame(picture.data(), 352, 288, "GateNorth", platform::GetTickCount());
             std::this_thread::sleep_for(100ms);
         }
     });

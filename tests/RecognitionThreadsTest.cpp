@@ -50,7 +50,7 @@ class StreamRecorder : public StreamServices {
     void SetStreamSize(int width, int height, const std::string& name) override {
         Note("SetStreamSize:" + std::to_string(width) + "x" + std::to_string(height) + ":" + name);
     }
-    void PushStreamFrame(const uint8_t*, int, int, const std::string& name) override {
+    void PushStreamFrame(const uint8_t*, int, int, const std::string& name, uint32_t) override {
         Note("Push:" + name);
     }
     int StreamRate(const std::string&, int fallback) const override { return fallback; }

@@ -11,6 +11,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include "TrafficScene.h"
+#include "platform/Ticks.h"
 #include "streaming/RtspService.h"
 
 int main(int argc, char** argv) {
@@ -52,7 +53,7 @@ int main(int argc, char** argv) {
         scene.Render(static_cast<int64_t>(frame) * 1000 / fps, bgr);
         cv::cvtColor(bgr, rgb, cv::COLOR_BGR2RGB);
         service.SetStreamSize(rgb.cols, rgb.rows, name);
-        service.PushStreamFrame(rgb.data, rgb.cols, rgb.rows, name);
+        service.PushStreamFrame(rgb.data, rgb.cols, rgb.rows, name, platform::GetTickCount());
         std::this_thread::sleep_until(started +
                                       (frame + 1) * std::chrono::microseconds(1000000 / fps));
     }

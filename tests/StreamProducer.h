@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "pipeline/StreamServices.h"
+#include "platform/Ticks.h"
 
 class StreamProducer {
   public:
@@ -18,7 +19,8 @@ class StreamProducer {
                   for (size_t i = 0; i < picture.size(); ++i)
                       picture[i] = static_cast<uint8_t>(i / 3 + frame * 5);
                   streams.SetStreamSize(width, height, name);
-                  streams.PushStreamFrame(picture.data(), width, height, name);
+                  streams.PushStreamFrame(picture.data(), width, height, name,
+                                          platform::GetTickCount());
                   ++pushed_;
                   // On a fixed beat, so that the time a push takes does not slow the rate.
                   std::this_thread::sleep_until(started_ +

@@ -15,6 +15,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -27,6 +28,7 @@
 #include "ChildOutput.h"
 #include "CommandOutput.h"
 #include "StreamProducer.h"
+#include "platform/Ticks.h"
 #include "streaming/H264Encoder.h"
 #include "streaming/RtspService.h"
 
@@ -347,7 +349,8 @@ TEST(RtspService, EveryPictureReachesFfmpegAndGStreamerClientsWholeAndInOrder) {
             const std::vector<uint8_t> picture = NumberedPicture(std::min(frame, kPictures - 1));
             service.SetStreamSize(kNumberedWidth, kNumberedHeight, "Numbered");
             const uint64_t dropped = service.DroppedStreamFrames("Numbered");
-            service.PushStreamFrame(picture.data(), kNumberedWidth, kNumberedHeight, "Numbered");
+            service.PushStreamFrame(picture.data(), kNumberedWidth, kNumberedHeight, "Numbered",
+                                    platform::GetTickCount());
             if (frame < kPictures && service.DroppedStreamFrames("Numbered") > dropped)
                 droppedByService[static_cast<size_t>(frame)] = true;
             pushing = frame;
@@ -420,7 +423,8 @@ TEST(RtspService, EveryPictureIsClosedAsItLeaves) {
                 pushedAt[number] = std::chrono::steady_clock::now();
             }
             service.SetStreamSize(kNumberedWidth, kNumberedHeight, "Slow");
-            service.PushStreamFrame(picture.data(), kNumberedWidth, kNumberedHeight, "Slow");
+            service.PushStreamFrame(picture.data(), kNumberedWidth, kNumberedHeight, "Slow",
+                                    platform::GetTickCount());
             for (int i = 0; i < 10 && !stop; ++i)
                 std::this_thread::sleep_for(std::chrono::milliseconds(50));
         }
@@ -508,7 +512,7 @@ TEST(RtspService, ATakenPortLeavesTheServiceWaitingAndStreamsUnlisted) {
     EXPECT_FALSE(service.RtspRunning());
     service.AddStream("Lane1", 100000);
     EXPECT_FALSE(service.HasStream("Lane1"));
-    service.PushStreamFrame(nullptr, 0, 0, "Lane1");  // harmless while not running
+    service.PushStreamFrame(nullptr, 0, 0, "Lane1", 0);  // harmless while not running
     const auto started = std::chrono::steady_clock::now();
     service.StopAllStreams();  // ends the waiting thread at once
     EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::milliseconds(500));
@@ -589,4 +593,65 @@ TEST(RtspService, FfmpegDecodesEveryPictureWholeAtTheRealRateOverTcpAndUdp) {
         EXPECT_EQ(log.find("concealing"), std::string::npos) << log;
         EXPECT_EQ(log.find("error while decoding"), std::string::npos) << log;
     }
+}
+
+TEST(RtspService, PicturesCarryTheirCaptureTimeSoARecordingKeepsTheSourcesPace) {
+    // Pictures captured every 100 ms reach the service after a delay that varies, as a
+    // region's pictures do after reading. The stream carries the capture times: a recording
+    // made with `ffmpeg -c copy` steps 100 ms from picture to picture. FFmpeg's RTSP client
+    // leaves the first packet it hands on without a time, from any server (GStreamer's own
+    // test server too), and its muxer says so and sets it to 0; no other warning.
+    RtspService service("127.0.0.1", TestPort());
+    service.Start();
+    ASSERT_TRUE(WaitRunning(service));
+    service.AddStream("Paced", 800000);
+    std::atomic<bool> stop{false};
+    std::thread producer([&] {
+        const auto started = std::chrono::steady_clock::now();
+        const uint32_t firstTick = platform::GetTickCount();
+        for (int frame = 0; !stop; ++frame) {
+            const std::vector<uint8_t> picture = NumberedPicture(frame % 200);
+            const int delay = frame % 2 * 60;  // 0 or 60 ms after capture
+            std::this_thread::sleep_until(started + std::chrono::milliseconds(frame * 100 + delay));
+            service.SetStreamSize(kNumberedWidth, kNumberedHeight, "Paced");
+            service.PushStreamFrame(picture.data(), kNumberedWidth, kNumberedHeight, "Paced",
+                                    firstTick + static_cast<uint32_t>(frame * 100));
+        }
+    });
+    const std::string url = "rtsp://127.0.0.1:" + std::to_string(TestPort()) + "/Paced";
+    const std::string recording =
+        ::testing::TempDir() + "paced-" + std::to_string(::getpid()) + ".mp4";
+    const std::string log =
+        CommandOutput("timeout 40 ffmpeg -nostdin -v warning -rtsp_transport tcp -i " + url +
+                      " -c copy -frames:v 40 -y " + recording);
+    stop = true;
+    producer.join();
+    std::string others;
+    for (const char* line = log.c_str(); *line != '\0';) {
+        const char* end = std::strchr(line, '\n');
+        const std::string text(line, end == nullptr ? std::strlen(line) : end - line);
+        if (text.find("Timestamps are unset") == std::string::npos &&
+            text.find("Non-monotonous DTS in output stream 0:0; previous: 0, current: 0;") ==
+                std::string::npos)
+            others += text + "\n";
+        line = end == nullptr ? "" : end + 1;
+    }
+    EXPECT_EQ(others, "");
+    const std::string times = CommandOutput(
+        "ffprobe -v error -select_streams v:0 -show_entries packet=pts_time "
+        "-of csv=p=0 " +
+        recording);
+    std::remove(recording.c_str());
+    std::vector<double> stamps;
+    for (const char* line = times.c_str(); *line != '\0';) {
+        stamps.push_back(std::atof(line));
+        const char* next = std::strchr(line, '\n');
+        line = next == nullptr ? "" : next + 1;
+    }
+    ASSERT_GE(stamps.size(), 30u) << times;
+    // The first step is from the packet FFmpeg left without a time; the next may be shorter
+    // once, as the stream learns the shortest delay from capture (it never stamps a picture
+    // ahead of the time it is sent).
+    for (size_t i = 3; i < stamps.size(); ++i)
+        EXPECT_NEAR(stamps[i] - stamps[i - 1], 0.100, 0.003) << "after packet " << i - 1;
 }
