@@ -458,11 +458,22 @@ void Project::TouchActivity() {
 }
 
 void Project::EditBracket(const std::function<void()>& change) {
+    if (editDepth_ > 0) {
+        change();
+        return;
+    }
     TouchActivity();
     StopBoardThread();
     StopCameras();
     StopLanes();
-    change();
+    {
+        struct Open {
+            int& depth;
+            explicit Open(int& d) : depth(++d) {}
+            ~Open() { --depth; }
+        } open(editDepth_);
+        change();
+    }
     StartLanes();
     StartBoardThread();
     PostEvent(ID_CAMERA_BUTTONS, 0);

@@ -233,7 +233,8 @@ class Project {
 
     // The edit bracket around every structural change: workers stop, the change is applied on
     // the calling (GUI) thread, regions and the board thread start again, and the window is
-    // told to refresh its sampling buttons. Sources stay stopped.
+    // told to refresh its sampling buttons. Sources stay stopped. A bracket inside a bracket
+    // only applies its change: the outermost one stops and starts.
     void EditBracket(const std::function<void()>& change);
 
     void PostEvent(int id, int value, const std::string& text = std::string());
@@ -244,4 +245,5 @@ class Project {
     }
 
     LaneRunner* runner_ = nullptr;
+    int editDepth_ = 0;  // brackets open on the editing thread, the only one that edits
 };

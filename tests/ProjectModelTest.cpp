@@ -175,6 +175,33 @@ TEST(ProjectModel, TheEditBracketStopsEverythingBeforeTheChangeAndRestartsRegion
     project.StopBoardThread();
 }
 
+TEST(ProjectModel, ABracketInsideABracketStopsAndStartsEverythingOnce) {
+    // The demo is filled inside an edit of its own, and the flow that creates it may bracket
+    // it again: regions, devices and streams start once, when the outermost edit ends.
+    Project project;
+    Recorder recorder;
+    project.SetLaneRunner(&recorder);
+    project.mainframe = &recorder;
+    Camera camera = MakeCamera(1, "Cam");
+    camera.sampling = 1;
+    project.cameras.Add(camera);
+    project.lanes.Add(MakeLane(1, "L1", "Cam"));
+
+    project.EditBracket([&] {
+        recorder.calls.push_back("outer");
+        project.EditBracket([&] {
+            recorder.calls.push_back("inner");
+            project.lanes.Add(MakeLane(2, "L2", "Cam"));
+        });
+        EXPECT_EQ(project.boardthread, nullptr);
+    });
+
+    EXPECT_EQ(recorder.calls,
+              std::vector<std::string>({"stop camera Cam", "stop L1", "outer", "inner", "start L1",
+                                        "start L2", "event 6098"}));
+    project.StopBoardThread();
+}
+
 TEST(ProjectModel, TheProjectDescriptionListsCamerasBoardsAndRegions) {
     Project project;
     project.cameras.Add(MakeCamera(1, "Cam"));

@@ -74,7 +74,7 @@ void OpenDemoProject(MyFrame& frame) {
         platform::MakeDirectory(projects);
         if (!session.NewProject(projects, "demo"))
             return;
-        project.EditBracket([&] { PopulateDemoProject(project); });
+        PopulateDemoProject(project);  // an edit of its own
         session.SaveAll();
         frame.RefreshLists();
     }
