@@ -40,6 +40,7 @@
 #include "onvif/WSDiscovery.h"
 #include "platform/FileSystem.h"
 #include "platform/Ticks.h"
+#include "plugins/CameraPluginManager.h"
 #include "ui/AddLaneDlg.h"
 #include "ui/BoardDlg.h"
 #include "ui/CameraDlg.h"
@@ -1325,4 +1326,42 @@ TEST(DesktopProgram, UserAccessSavesOnlyOnOkAndTheLockCountsFromTheStart) {
     Menu(*window.frame, ID_LOGINPARAMETERS);
     Pump(std::chrono::milliseconds(50));
     EXPECT_EQ(project.password, "confirmed");
+}
+
+TEST(DesktopProgram, APlugInReloadsItsSourceThroughTheViewerItHolds) {
+    // A source plug-in built with the toolkit queues a reload request to the viewer window it
+    // was given; the window stops the source, closes, frees, sets up and starts the plug-in
+    // again, and samples again. An unknown source id does nothing.
+    CameraPluginManager testCameras(FixedFolder(AppDir()));
+    OpenWindow window;
+    Project& project = window.project;
+    Camera camera;
+    camera.name = "Cam9";
+    camera.id = 9;
+    camera.settings = "<PARAMETER><NAME>Width<\\NAME><VALUE>32<\\VALUE><\\PARAMETER>";
+    camera.plugin = testCameras.CreateCamera("TestCamera");
+    ASSERT_NE(camera.plugin, nullptr);
+    camera.plugin->SetParameters(camera.settings);
+    project.EditBracket([&] { project.cameras.Add(camera); });
+    const std::string library = PluginPath("camera", "TestCamera");
+    SetScript(library, "restart=77");
+    ClearJournal(library);
+    window.frame->Cameras()->Select(9);
+    window.frame->Cameras()->OnStartSampling();
+    ASSERT_TRUE(Pump(std::chrono::seconds(5),
+                     [&] { return JournalOf(library).find("AskRestart") != std::string::npos; }));
+    Pump(std::chrono::milliseconds(500));
+    EXPECT_EQ(JournalOf(library), "Start\nAskRestart\n");  // nothing has id 77
+
+    ClearJournal(library);
+    SetScript(library, "restart=9");
+    ASSERT_TRUE(Pump(std::chrono::seconds(5), [&] {
+        return JournalOf(library).find("AskRestart\nClose") != std::string::npos;
+    })) << JournalOf(library);
+    EXPECT_TRUE(Pump(std::chrono::seconds(2), [&] {
+        return JournalOf(library) == "AskRestart\nClose\nFreeMemory\nSetParameters:" +
+                                         camera.settings + "\nStart\nStart\n";
+    })) << JournalOf(library);
+    EXPECT_TRUE(project.cameras[0].grabthread);
+    SetScript(library, "");
 }

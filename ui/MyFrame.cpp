@@ -33,6 +33,7 @@
 #include "access/AccessStore.h"
 #include "core/LayoutFile.h"
 #include "core/Project.h"
+#include "corvane/ViewerRequests.h"
 #include "database/CheckDBThread.h"
 #include "pipeline/LaneControl.h"
 #include "pipeline/TransitLine.h"
@@ -137,6 +138,9 @@ MyFrame::MyFrame(Project& project, StartMode mode)
 
     Bind(wxEVT_MENU, &MyFrame::OnCommand, this);
     Bind(wxEVT_CORVANE_POSTED, &MyFrame::OnPosted, this);
+    // Queued to the viewer by plug-ins; command events rise from the viewer to its frame.
+    Bind(wxEventTypeTag<wxCommandEvent>(wxEVT_NULL), &MyFrame::OnViewerRequest, this,
+         kViewerRestartSource);
     Bind(wxEVT_MENU_OPEN, &MyFrame::OnMenuOpen, this);
     Bind(wxEVT_TIMER, &MyFrame::OnActivityTimer, this, ID_ACTIVITYTIMER);
     Bind(wxEVT_TIMER, &MyFrame::OnCloseTimer, this, ID_CLOSETIMER);
@@ -453,6 +457,11 @@ void MyFrame::OnPosted(wxCommandEvent& event) {
         default:
             break;
     }
+}
+
+void MyFrame::OnViewerRequest(wxCommandEvent& event) {
+    if (event.GetId() == kViewerRestartSource && project_.prjopen != 0)
+        control_->RestartCamera(event.GetInt());
 }
 
 void MyFrame::OnRoiUpdate(wxCommandEvent& event) {

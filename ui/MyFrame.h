@@ -82,6 +82,8 @@ class MyFrame : public wxFrame, public EventSink, public ProjectHost {
 
     void OnCommand(wxCommandEvent& event);
     void OnPosted(wxCommandEvent& event);
+    // A request a plug-in queued to the viewer window it holds (corvane/ViewerRequests.h).
+    void OnViewerRequest(wxCommandEvent& event);
     void OnMenuOpen(wxMenuEvent& event);
     void OnActivityTimer(wxTimerEvent& event);
     void OnCloseTimer(wxTimerEvent& event);

@@ -7,13 +7,15 @@
 #include "Journal.h"
 #include "corvane/CameraPlugin.h"
 #include "corvane/TagText.h"
+#include "corvane/ViewerRequestsWx.h"
 
 namespace {
 
 class TestCamera : public CameraPlugin {
   public:
-    void Start(NativeWindow) override {
+    void Start(NativeWindow viewer) override {
         journal::Note("Start");
+        viewer_ = viewer;
         started_ = true;
     }
     void LockFrame() override {}
@@ -21,6 +23,14 @@ class TestCamera : public CameraPlugin {
     void* GetFrame(int* width, int* height, int* format, int* frameId) override {
         if (!started_)
             return nullptr;
+        // "restart=ID": asks once for each ID, through the viewer, that the source ID be
+        // reloaded.
+        const int restart = std::atoi(journal::ScriptValue("restart", "0").c_str());
+        if (restart > 0 && restart != askedRestart_) {
+            askedRestart_ = restart;
+            journal::Note("AskRestart");
+            PostViewerRequest(viewer_, kViewerRestartSource, restart);
+        }
         // The script can make the frames odd: "shape=width,height,format" and "null=1".
         int w = width_;
         int h = height_;
@@ -73,6 +83,8 @@ class TestCamera : public CameraPlugin {
 
   private:
     bool started_ = false;
+    int askedRestart_ = 0;
+    NativeWindow viewer_ = nullptr;
     int width_ = 64;
     int height_ = 48;
     int counter_ = 1;
