@@ -27,6 +27,7 @@
 #include "core/Project.h"
 #include "core/ProjectCheck.h"
 #include "core/ProjectSession.h"
+#include "core/SecretText.h"
 #include "core/StartMode.h"
 #include "database/CheckDBThread.h"
 #include "pipeline/LaneControl.h"
@@ -204,7 +205,8 @@ class HeadlessProgram {
     void ProjectOpened() {
         std::printf("Project %s open, site \"%s\"\n", project_.prjname.c_str(),
                     project_.place.placename.c_str());
-        std::fputs(project_.GetProjectText().c_str(), stdout);
+        // Plug-in settings are printed with their secrets masked: the output goes to journals.
+        std::fputs(MaskSecrets(project_.GetProjectText()).c_str(), stdout);
         for (auto& camera : project_.cameras)
             control_.StartSampling(camera);
         if (server_)

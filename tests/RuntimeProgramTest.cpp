@@ -325,7 +325,8 @@ TEST(RuntimeProgram, AWindowlessSiteReadsItsNetworkCamera) {
         source.id = 1;
         source.plugin = project.cameraplugins.CreateCamera("IpCamera");
         ASSERT_NE(source.plugin, nullptr);
-        source.settings = ValueTextOf({{"URL", url}, {"Transport", "TCP"}});
+        source.settings = ValueTextOf(
+            {{"URL", url}, {"Transport", "TCP"}, {"User", "operator"}, {"Password", "s3cret"}});
         project.cameras.Add(source);
         Lane lane;
         lane.name = "L1";
@@ -342,4 +343,7 @@ TEST(RuntimeProgram, AWindowlessSiteReadsItsNetworkCamera) {
     EXPECT_TRUE(program.WaitForOutput("IpCamera " + url + ": connected, 640x360"))
         << program.Output();
     EXPECT_EQ(program.ExitCode(15000), 0) << program.Output();
+    // The project is printed at open, its camera's password masked: the output goes to journals.
+    EXPECT_EQ(program.Output().find("s3cret"), std::string::npos) << program.Output();
+    EXPECT_NE(program.Output().find("<NAME>Password<\\NAME>"), std::string::npos);
 }
