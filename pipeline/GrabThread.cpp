@@ -50,10 +50,12 @@ bool GrabThread::GrabOnce() {
     }
     ++frameCount_;
     const uint32_t now = platform::GetTickCount();
-    if (platform::ElapsedTicks(now, fpsTick_) > kFpsPeriodMs) {
+    const uint32_t elapsed = platform::ElapsedTicks(now, fpsTick_);
+    if (elapsed > kFpsPeriodMs) {
         fpsTick_ = now;
+        // Over the window as it really was: after a stall it is longer than the period.
         std::printf("VIDEOSOURCE %s W:%d H:%d FPS:%.1f\n", settings_.name.c_str(), width, height,
-                    frameCount_ / 30.0);
+                    frameCount_ / (elapsed / 1000.0));
         frameCount_ = 0;
     }
     lastFrameId_ = frameId;
