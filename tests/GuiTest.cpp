@@ -1365,3 +1365,23 @@ TEST(DesktopProgram, APlugInReloadsItsSourceThroughTheViewerItHolds) {
     EXPECT_TRUE(project.cameras[0].grabthread);
     SetScript(library, "");
 }
+
+TEST(DesktopProgram, AClosedReadingsListComesBackFromTheMenuAndResetLayoutRestoresTheFirstStart) {
+    OpenWindow window;
+    MyFrame& frame = *window.frame;
+    wxAuiManager& aui = frame.Aui();
+    const wxString firstStart = aui.SavePerspective();
+    // Closed with its own button, as an operator does.
+    aui.ClosePane(aui.GetPane("View Frame"));
+    aui.Update();
+    ASSERT_FALSE(aui.GetPane("View Frame").IsShown());
+    Menu(frame, ID_READINGSLIST);
+    EXPECT_TRUE(aui.GetPane("View Frame").IsShown());
+    // Panes toggled and closed in any order: Reset Layout brings the first start back.
+    aui.ClosePane(aui.GetPane("View Frame"));
+    for (int id : {ID_LANES, ID_ROISETTINGS, ID_BOARDS, ID_VIDEOVIEW})
+        Menu(frame, id);
+    Menu(frame, ID_RESETLAYOUT);
+    EXPECT_EQ(aui.SavePerspective(), firstStart);
+    EXPECT_TRUE(aui.GetPane("View Frame").IsShown());
+}

@@ -26,6 +26,8 @@ enum MenuId {
     ID_UPLOADPROJECT = 6031,
     ID_TEMPLATES = 6032,
     ID_CLOSETIMER = 6107,
+    ID_READINGSLIST = 6120,  // the readings list, which has a close button of its own
+    ID_RESETLAYOUT = 6121,
     ID_ACTIVITYTIMER = 6108,
 };
 

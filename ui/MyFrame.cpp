@@ -65,6 +65,7 @@ constexpr PaneToggle kToggles[] = {
     {ID_POSTPROCESSORS, "Post Processor Management"},
     {ID_ROISETTINGS, "ROIs Management"},
     {ID_LPROUTPUT, "ROI LPR Result"},
+    {ID_READINGSLIST, "View Frame"},
 };
 
 // The File-menu entries enabled in each state of the project.
@@ -211,6 +212,8 @@ void MyFrame::BuildMenus() {
     devices->AppendCheckItem(ID_TRIGGERS, "Triggers", "Triggers Management");
     devices->AppendCheckItem(ID_LANES, "Lanes", "Gates Management");
     devices->AppendCheckItem(ID_POSTPROCESSORS, "Post Processors", "Triggers Management");
+    devices->AppendSeparator();
+    devices->Append(ID_RESETLAYOUT, "Reset Layout", "The panes as at the first start");
     menubar->Append(devices, "&Device Settings");
 
     auto* rois = new wxMenu;
@@ -218,6 +221,7 @@ void MyFrame::BuildMenus() {
     rois->AppendCheckItem(ID_ROISETTINGS, "ROI Settings",
                           "Manage program plugins and LPR settings");
     rois->AppendCheckItem(ID_LPROUTPUT, "LPR Output", "Show LPR Result");
+    rois->AppendCheckItem(ID_READINGSLIST, "Readings List", "Show the readings list");
     menubar->Append(rois, "ROIs");
 
     auto* templates = new wxMenu;
@@ -281,6 +285,7 @@ void MyFrame::BuildPanes() {
                                     .LeftDockable(false)
                                     .RightDockable(false));
     auimanager.Update();
+    firstStartLayout_ = auimanager.SavePerspective();
 }
 
 // From the working directory: the application folder at start, the project's folder during an
@@ -500,6 +505,10 @@ void MyFrame::OnCommand(wxCommandEvent& event) {
             auimanager.Update();
             return;
         }
+    if (id == ID_RESETLAYOUT) {
+        auimanager.LoadPerspective(firstStartLayout_, true);
+        return;
+    }
     if (id == ID_ADDROI) {
         AddLaneDlg dialog(this, UiContext{&project_, this});
         dialog.SetSize(320, 700);

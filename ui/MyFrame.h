@@ -107,6 +107,7 @@ class MyFrame : public wxFrame, public EventSink, public ProjectHost {
     ProjectSession session_;
     StartMode mode_;
     wxAuiManager auimanager;
+    wxString firstStartLayout_;  // the panes as built, for Reset Layout
     wxMenuBar* menubar = nullptr;
     wxMenu* filemenu = nullptr;
     ViewFrame* viewframe = nullptr;
