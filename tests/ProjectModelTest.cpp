@@ -150,15 +150,29 @@ TEST(ProjectModel, RecentReadingsAreCappedAtTwentyOldestFirst) {
     EXPECT_EQ(project.lprresults.back().plate, "P24");
 }
 
-TEST(ProjectModel, TheEditBracketStopsEverythingBeforeTheChangeAndRestartsRegionsAfter) {
-    Project project;
+namespace {
+
+// A project whose region runner and window are a recorder, with a sampling source "Cam" and its
+// region "L1".
+struct RecordedSite {
+    RecordedSite() {
+        project.SetLaneRunner(&recorder);
+        project.mainframe = &recorder;
+        Camera camera = MakeCamera(1, "Cam");
+        camera.sampling = 1;
+        project.cameras.Add(camera);
+        project.lanes.Add(MakeLane(1, "L1", "Cam"));
+    }
     Recorder recorder;
-    project.SetLaneRunner(&recorder);
-    project.mainframe = &recorder;
-    Camera camera = MakeCamera(1, "Cam");
-    camera.sampling = 1;
-    project.cameras.Add(camera);
-    project.lanes.Add(MakeLane(1, "L1", "Cam"));
+    Project project;
+};
+
+}  // namespace
+
+TEST(ProjectModel, TheEditBracketStopsEverythingBeforeTheChangeAndRestartsRegionsAfter) {
+    RecordedSite site;
+    Project& project = site.project;
+    Recorder& recorder = site.recorder;
     project.StartBoardThread();
 
     project.EditBracket([&] {
@@ -178,14 +192,9 @@ TEST(ProjectModel, TheEditBracketStopsEverythingBeforeTheChangeAndRestartsRegion
 TEST(ProjectModel, ABracketInsideABracketStopsAndStartsEverythingOnce) {
     // The demo is filled inside an edit of its own, and the flow that creates it may bracket
     // it again: regions, devices and streams start once, when the outermost edit ends.
-    Project project;
-    Recorder recorder;
-    project.SetLaneRunner(&recorder);
-    project.mainframe = &recorder;
-    Camera camera = MakeCamera(1, "Cam");
-    camera.sampling = 1;
-    project.cameras.Add(camera);
-    project.lanes.Add(MakeLane(1, "L1", "Cam"));
+    RecordedSite site;
+    Project& project = site.project;
+    Recorder& recorder = site.recorder;
 
     project.EditBracket([&] {
         recorder.calls.push_back("outer");
