@@ -649,9 +649,19 @@ TEST(RtspService, PicturesCarryTheirCaptureTimeSoARecordingKeepsTheSourcesPace) 
         line = next == nullptr ? "" : next + 1;
     }
     ASSERT_GE(stamps.size(), 30u) << times;
-    // The first step is from the packet FFmpeg left without a time; the next may be shorter
-    // once, as the stream learns the shortest delay from capture (it never stamps a picture
-    // ahead of the time it is sent).
-    for (size_t i = 3; i < stamps.size(); ++i)
-        EXPECT_NEAR(stamps[i] - stamps[i - 1], 0.100, 0.003) << "after packet " << i - 1;
+    // The first step is from the packet FFmpeg left without a time. A few may be shorter while
+    // the stream learns the shortest delay from capture (it never stamps a picture ahead of the
+    // time it is sent), which a loaded machine stretches now and then.
+    // A picture the service dropped (the one before had not left yet, on a loaded machine)
+    // leaves a longer step, and only such a picture.
+    int learning = 0;
+    uint64_t longer = 0;
+    for (size_t i = 2; i < stamps.size(); ++i) {
+        const double step = stamps[i] - stamps[i - 1];
+        EXPECT_GT(step, 0.0) << "after packet " << i - 1;
+        learning += step < 0.097;
+        longer += step > 0.103;
+    }
+    EXPECT_LE(learning, 3) << times;
+    EXPECT_LE(longer, service.DroppedStreamFrames("Paced")) << times;
 }
