@@ -240,13 +240,22 @@ void Hold(const ComponentFile& file, int32_t index, const RecordHead& head, cons
     held.push_back({record, head.library});
 }
 
+// True when the record's plug-in is to be created now: the project is opened, not only checked,
+// and the library can be loaded (else the record is held and said).
+template <typename Manager, typename Record>
+bool ToCreate(const ComponentFile& file, int32_t index, const Manager& manager,
+              const RecordHead& head, const Record& record, std::vector<HeldRecord<Record>>& held,
+              std::vector<std::string>* problems) {
+    return !NotedOnly(problems, manager, head.library) &&
+           Loadable(file, index, manager, head, record, held);
+}
+
 // The record's plug-in, created; null when the record is only checked, or is held (and said).
 template <typename Manager, typename Record>
 auto PluginFor(const ComponentFile& file, int32_t index, Manager& manager, const RecordHead& head,
                const Record& record, std::vector<HeldRecord<Record>>& held,
                std::vector<std::string>* problems) -> decltype(manager.Create(head.library)) {
-    if (NotedOnly(problems, manager, head.library) ||
-        !Loadable(file, index, manager, head, record, held))
+    if (!ToCreate(file, index, manager, head, record, held, problems))
         return nullptr;
     auto* plugin = manager.Create(head.library);
     if (plugin == nullptr)
@@ -258,6 +267,27 @@ template <typename Record>
 int32_t CountWithHeld(const OwningArray<Record>& loaded,
                       const std::vector<HeldRecord<Record>>& held) {
     return static_cast<int32_t>(loaded.GetCount() + held.size());
+}
+
+// Boards and triggers are their record head alone.
+template <typename Record>
+Record FromHead(const RecordHead& head) {
+    Record record;
+    record.id = head.id;
+    record.name = head.name;
+    record.settings = head.settings;
+    return record;
+}
+
+// The count, then each loaded record and each held one, for kinds that are their head alone.
+template <typename Record>
+void WriteHeadsOnly(BinaryWriter& writer, const OwningArray<Record>& loaded,
+                    const std::vector<HeldRecord<Record>>& held) {
+    writer.WriteInt(CountWithHeld(loaded, held));
+    for (const auto& record : loaded)
+        WriteHead(writer, record.id, record.name, LibraryOf(record.plugin), record.settings);
+    for (const auto& kept : held)
+        WriteHead(writer, kept.record.id, kept.record.name, kept.library, kept.record.settings);
 }
 
 }  // namespace
@@ -315,11 +345,7 @@ void Project::LoadCamera() {
 void Project::SaveBoard() {
     BinaryWriter writer(place.codepage);
     writer.WriteInt(kBoardVersion);
-    writer.WriteInt(CountWithHeld(boards, held.boards));
-    for (const auto& board : boards)
-        WriteHead(writer, board.id, board.name, LibraryOf(board.plugin), board.settings);
-    for (const auto& kept : held.boards)
-        WriteHead(writer, kept.record.id, kept.record.name, kept.library, kept.record.settings);
+    WriteHeadsOnly(writer, boards, held.boards);
     Save(kBoards, componentfolder, writer);
 }
 
@@ -335,12 +361,8 @@ void Project::LoadBoard() {
             return false;
         if (version < 2)
             head.settings = " ";
-        Board board;
-        board.name = head.name;
-        board.settings = head.settings;
-        board.id = head.id;
-        if (NotedOnly(pluginproblems, boardplugins, head.library) ||
-            !Loadable(kBoards, index, boardplugins, head, board, held.boards))
+        const Board board = FromHead<Board>(head);
+        if (!ToCreate(kBoards, index, boardplugins, head, board, held.boards, pluginproblems))
             return true;
         const size_t before = boards.GetCount();
         AddBoard(head.name, head.library, head.settings, head.id);
@@ -353,11 +375,7 @@ void Project::LoadBoard() {
 void Project::SaveTrigger() {
     BinaryWriter writer(place.codepage);
     writer.WriteInt(kTriggerVersion);
-    writer.WriteInt(CountWithHeld(triggers, held.triggers));
-    for (const auto& trigger : triggers)
-        WriteHead(writer, trigger.id, trigger.name, LibraryOf(trigger.plugin), trigger.settings);
-    for (const auto& kept : held.triggers)
-        WriteHead(writer, kept.record.id, kept.record.name, kept.library, kept.record.settings);
+    WriteHeadsOnly(writer, triggers, held.triggers);
     Save(kTriggers, componentfolder, writer);
 }
 
@@ -371,12 +389,9 @@ void Project::LoadTrigger() {
         RecordHead head;
         if (!ReadHead(*reader, head, true))
             return false;
-        Trigger trigger;
-        trigger.name = head.name;
-        trigger.settings = head.settings;
-        trigger.id = head.id;
-        if (NotedOnly(pluginproblems, triggerplugins, head.library) ||
-            !Loadable(kTriggers, index, triggerplugins, head, trigger, held.triggers))
+        const Trigger trigger = FromHead<Trigger>(head);
+        if (!ToCreate(kTriggers, index, triggerplugins, head, trigger, held.triggers,
+                      pluginproblems))
             return true;
         if (AddTrigger(head.name, head.library, head.settings, head.id) < 0)
             Hold(kTriggers, index, head, trigger, held.triggers);
