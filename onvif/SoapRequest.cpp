@@ -34,20 +34,24 @@ size_t ExpectedSize(const std::string& bytes, bool& chunked) {
     return headersEnd + 4 + std::strtoull(headers.c_str() + length + 17, nullptr, 10);
 }
 
-// True once the headers are in and ask for "100 Continue" before the body.
-bool AsksToContinue(const std::string& bytes) {
+// Where the line of a header begins in the request (at the "\r\n" before it), found by its
+// start in lower case ("expect:"); npos when it is not there or the headers are not all in.
+size_t HeaderAt(const std::string& bytes, const std::string& lowerStart) {
     const size_t headersEnd = bytes.find("\r\n\r\n");
     if (headersEnd == std::string::npos)
-        return false;
-    return Lowered(bytes.substr(0, headersEnd)).find("\r\nexpect: 100-continue") !=
-           std::string::npos;
+        return std::string::npos;
+    return Lowered(bytes.substr(0, headersEnd)).find("\r\n" + lowerStart);
+}
+
+// True once the headers are in and ask for "100 Continue" before the body.
+bool AsksToContinue(const std::string& bytes) {
+    return HeaderAt(bytes, "expect: 100-continue") != std::string::npos;
 }
 
 // Takes the Expect header out of the request the engine will read.
 void DropExpect(std::string& bytes) {
-    const size_t headersEnd = bytes.find("\r\n\r\n");
-    const size_t at = Lowered(bytes.substr(0, headersEnd)).find("\r\nexpect:");
-    if (headersEnd == std::string::npos || at == std::string::npos)
+    const size_t at = HeaderAt(bytes, "expect:");
+    if (at == std::string::npos)
         return;
     const size_t end = bytes.find("\r\n", at + 2);
     bytes.erase(at, end - at);
@@ -118,7 +122,7 @@ void SoapRequest::ReadAddressingOf2004As2005(std::string& bytes) {
     if (!renamed)
         return;
     std::string headers = bytes.substr(0, headersEnd);
-    const size_t length = Lowered(headers).find("\r\ncontent-length:");
+    const size_t length = HeaderAt(bytes, "content-length:");
     if (length == std::string::npos)
         return;
     const size_t end = headers.find("\r\n", length + 2);
@@ -130,6 +134,7 @@ void SoapRequest::ReadAddressingOf2004As2005(std::string& bytes) {
 SoapRequest::Outcome SoapRequest::Judge(const std::string& body) {
     if (body.find_first_not_of(" \t\r\n") == std::string::npos)
         return Outcome::kComplete;
+    // No network, no entity expansion: only whether the text is XML, and of which root.
     xmlDocPtr doc = xmlReadMemory(body.data(), static_cast<int>(body.size()), nullptr, nullptr,
                                   XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
     if (doc == nullptr)
@@ -151,15 +156,4 @@ std::string SoapRequest::BadRequestAnswer(const std::string& reason) {
     return "HTTP/1.1 400 Bad Request\r\nContent-Type: application/soap+xml; charset=utf-8\r\n"
            "Content-Length: " +
            std::to_string(body.size()) + "\r\nConnection: close\r\n\r\n" + body;
-}
-
-bool SoapRequest::WellFormed(const std::string& body) {
-    if (body.find_first_not_of(" \t\r\n") == std::string::npos)
-        return true;
-    // No network, no entity expansion: only whether the text is XML at all.
-    xmlDocPtr doc = xmlReadMemory(body.data(), static_cast<int>(body.size()), nullptr, nullptr,
-                                  XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
-    const bool wellFormed = doc != nullptr;
-    xmlFreeDoc(doc);
-    return wellFormed;
 }

@@ -19,8 +19,6 @@ class SoapRequest {
 
     // Reads from a connected socket; bytes: what arrived.
     static Outcome Read(int socket, int transferMs, int pauseMs, std::string& bytes);
-    // The body of a complete request: well-formed XML, or empty.
-    static bool WellFormed(const std::string& body);
     // What a whole body is: empty or an Envelope (kComplete), XML of another root (kNotSoap),
     // or no XML at all (kMalformed).
     static Outcome Judge(const std::string& body);
