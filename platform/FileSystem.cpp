@@ -48,6 +48,11 @@ bool DirectoryExists(const std::string& path) {
     return fs::is_directory(NativePath(path), ec);
 }
 
+void RemoveTree(const std::string& path) {
+    std::error_code ec;
+    fs::remove_all(NativePath(path), ec);
+}
+
 bool MakeDirectory(const std::string& path) {
     std::string native = NativePath(path);
     while (native.size() > 1 && native.back() == '/')

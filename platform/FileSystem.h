@@ -29,6 +29,8 @@ bool FileExists(const std::string& path);
 bool DirectoryExists(const std::string& path);
 // Creates one directory level; fails when it already exists or the parent is missing.
 bool MakeDirectory(const std::string& path);
+// Removes a folder and everything in it; nothing happens when it is not there.
+void RemoveTree(const std::string& path);
 bool CopyFileOver(const std::string& from, const std::string& to);
 
 // Lists every entry of a directory (files, folders, hidden ones) by name, sorted by name.

@@ -16,18 +16,13 @@ bool Rename(const std::string& from, const std::string& to) {
     return !ec;
 }
 
-void RemoveTree(const std::string& folder) {
-    std::error_code ec;
-    fs::remove_all(folder, ec);
-}
-
 }  // namespace
 
 // The project a runtime ran before its first upload (its demo) becomes the previous one, its
 // project file named as the runtime's, so that the first upload can be rolled back too.
 void RuntimeProjectStore::KeepAsPrevious(const std::string& running) const {
     const std::string previous = PreviousFolder();
-    RemoveTree(previous);
+    platform::RemoveTree(previous);
     std::error_code ec;
     fs::create_directories(previous, ec);
     for (const auto& entry : fs::directory_iterator(running, ec)) {
@@ -39,7 +34,7 @@ void RuntimeProjectStore::KeepAsPrevious(const std::string& running) const {
         if (!platform::CopyFileWhole(entry.path().string(), target, kMaxKeptFile)) {
             CORVANE_LOG_WARNING("RuntimeProjectStore::Replace",
                                 "Cannot keep the running project as the previous one");
-            RemoveTree(previous);
+            platform::RemoveTree(previous);
             return;
         }
     }
@@ -65,7 +60,7 @@ bool RuntimeProjectStore::Replace(const std::string& staged, const std::string& 
     if (!platform::DirectoryExists(current) && !running.empty())
         KeepAsPrevious(running);
     if (platform::DirectoryExists(current)) {
-        RemoveTree(previous);
+        platform::RemoveTree(previous);
         if (!Rename(current, previous)) {
             CORVANE_LOG_WARNING("RuntimeProjectStore::Replace",
                                 "Cannot keep the previous project in " + previous);
@@ -91,7 +86,7 @@ bool RuntimeProjectStore::ReplayStaged() {
     if (staged.empty() || !platform::FileExists(staged + "/" + kProjectFile))
         return false;
     const bool replaced = Replace(staged);
-    RemoveTree(taken);
+    platform::RemoveTree(taken);
     return replaced;
 }
 
@@ -101,7 +96,7 @@ bool RuntimeProjectStore::Rollback() {
     if (!platform::DirectoryExists(previous))
         return false;
     const std::string aside = root_ + "/runtime.rollback";
-    RemoveTree(aside);
+    platform::RemoveTree(aside);
     if (platform::DirectoryExists(current) && !Rename(current, aside))
         return false;
     if (!Rename(previous, current)) {

@@ -35,11 +35,6 @@ bool SameKey(const std::string& a, const std::string& b) {
     return differ == 0;
 }
 
-void RemoveTree(const std::string& folder) {
-    std::error_code ec;
-    std::filesystem::remove_all(folder, ec);
-}
-
 // The line in the log context is the caller's: the place that found the problem.
 void Warn(const std::string& message, int line = __builtin_LINE()) {
     platform::Log(platform::LogLevel::Warning, {__FILE__, "RuntimeServer::Serve", line}, message);
@@ -73,7 +68,7 @@ std::string RuntimeServer::TakeIncoming() {
         return std::string();
     ready_ = false;
     const std::string taken = incoming_ + "/" + RuntimeProjectStore::kTaken;
-    RemoveTree(taken);
+    platform::RemoveTree(taken);
     std::error_code ec;
     std::filesystem::rename(incoming_ + "/" + RuntimeProjectStore::kReady, taken, ec);
     return ec ? std::string() : taken;
@@ -280,7 +275,7 @@ bool RuntimeServer::Stage(const std::string& block, const std::string& staged,
                           std::string& problem) {
     platform::MakeDirectory(platform::DirectoryOf(incoming_));
     platform::MakeDirectory(incoming_);
-    RemoveTree(staged);
+    platform::RemoveTree(staged);
     if (!platform::MakeDirectory(staged)) {
         problem = "cannot make " + staged + ": " + std::strerror(errno);
         return false;
@@ -317,7 +312,7 @@ bool RuntimeServer::Upload(platform::TcpSocket& peer, const std::string& block, 
     std::string problem;
     if (!Stage(block, staged, problem)) {
         Warn("Project refused, nothing replaced: " + problem);
-        RemoveTree(staged);
+        platform::RemoveTree(staged);
         return false;
     }
     std::vector<std::string> problems;
@@ -328,7 +323,7 @@ bool RuntimeServer::Upload(platform::TcpSocket& peer, const std::string& block, 
         if (problems.size() > 1)
             message += " (and " + std::to_string(problems.size() - 1) + " more)";
         Warn(message);
-        RemoveTree(staged);
+        platform::RemoveTree(staged);
         return false;
     }
     {
@@ -336,13 +331,13 @@ bool RuntimeServer::Upload(platform::TcpSocket& peer, const std::string& block, 
         // ends before the main loop does; a later upload supersedes one not yet taken.
         std::lock_guard<std::mutex> lock(mutex_);
         const std::string ready = incoming_ + "/" + RuntimeProjectStore::kReady;
-        RemoveTree(ready);
+        platform::RemoveTree(ready);
         std::error_code ec;
         std::filesystem::rename(staged, ready, ec);
         if (ec || !platform::SyncDirectory(incoming_)) {
             Warn("Project refused, nothing replaced: cannot keep it in " + ready + ": " +
                  ec.message());
-            RemoveTree(staged);
+            platform::RemoveTree(staged);
             return false;
         }
         ready_ = true;
