@@ -135,12 +135,10 @@ void ParametriScheda::AddPinRows(const Parametro& parameter, int index) {
     grid_->Append(new wxPropertyCategory(wxString::FromUTF8(parameter.name)));
     wxPGChoices boards;
     boards.Add(kNoBoard, -1);
-    int boardId = -1;
-    for (const Board& board : project_.boards) {
+    for (const Board& board : project_.boards)
         boards.Add(wxString::FromUTF8(board.name), board.id);
-        if (!chosen.board.empty() && board.name == chosen.board && boardId < 0)
-            boardId = board.id;
-    }
+    // The parser names a board only when the default named one that exists: the one found above.
+    const int boardId = chosen.board.empty() || named == nullptr ? -1 : named->id;
     wxPGProperty* boardRow =
         grid_->Append(new wxEnumProperty("Board", wxString::Format("Board%d", index), boards));
     boardRow->SetValue(boardId);
