@@ -236,24 +236,6 @@ std::string SoapRequestWithHeaders(
            std::to_string(envelope.size()) + "\r\n\r\n" + envelope;
 }
 
-// A connection to a local port from a chosen loopback address; -1 when refused.
-int ConnectFrom(const char* source, int port) {
-    const int sock = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in from{};
-    from.sin_family = AF_INET;
-    ::inet_pton(AF_INET, source, &from.sin_addr);
-    ::bind(sock, reinterpret_cast<sockaddr*>(&from), sizeof from);
-    sockaddr_in to{};
-    to.sin_family = AF_INET;
-    to.sin_port = htons(static_cast<uint16_t>(port));
-    to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (::connect(sock, reinterpret_cast<sockaddr*>(&to), sizeof to) != 0) {
-        ::close(sock);
-        return -1;
-    }
-    return sock;
-}
-
 bool WaitServing(const SoapThread& soap) {
     for (int i = 0; i < 200 && !soap.Serving(); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -407,7 +389,7 @@ TEST(SoapThread, FiftySlowClientsOfOneAddressNeverKeepAnotherFromBeingAnswered) 
         slow.emplace_back([&] {
             const std::string request = "POST /onvif/device_service HTTP/1.1\r\nHost: x\r\n";
             while (!stop) {
-                const int sock = ConnectFrom("127.0.0.2", port);
+                const int sock = ConnectFromAddress("127.0.0.2", port);
                 if (sock >= 0)
                     for (size_t at = 0; at < request.size() && !stop; ++at) {
                         if (::send(sock, request.data() + at, 1, MSG_NOSIGNAL) <= 0)
@@ -450,7 +432,7 @@ TEST(SoapThread, AClientThatAsksAgainAtOnceIsAnsweredEveryTime) {
     SoapThread soap("Gate1", port, 1000000);
     soap.Run();
     ASSERT_TRUE(WaitServing(soap));
-    const int held = ConnectFrom("127.0.0.1", port);
+    const int held = ConnectFromAddress("127.0.0.1", port);
     ASSERT_GE(held, 0);
     ::send(held, "POST", 4, MSG_NOSIGNAL);
     for (int round = 0; round < 100; ++round) {
@@ -496,7 +478,7 @@ TEST(SoapThread, BadXmlGetsAFaultAtOnceAndSlowClientsHoldOnlyThemselves) {
     // two connections at most) hold their own connection only.
     std::atomic<bool> stop{false};
     auto trickle = [&](const std::string& request, bool stall) {
-        const int sock = ConnectFrom("127.0.0.2", port);
+        const int sock = ConnectFromAddress("127.0.0.2", port);
         if (sock >= 0) {
             const size_t first = stall ? request.size() / 2 : 0;
             ::send(sock, request.data(), first, MSG_NOSIGNAL);

@@ -66,19 +66,9 @@ struct Runtime {
 
 // A connection to the runtime port from a chosen loopback address.
 platform::TcpSocket ConnectFrom(const char* source) {
-    const int fd = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in local{};
-    local.sin_family = AF_INET;
-    ::inet_pton(AF_INET, source, &local.sin_addr);
-    ::bind(fd, reinterpret_cast<sockaddr*>(&local), sizeof local);
-    sockaddr_in remote{};
-    remote.sin_family = AF_INET;
-    remote.sin_port = htons(ProjectBlock::kRuntimePort);
-    ::inet_pton(AF_INET, "127.0.0.1", &remote.sin_addr);
-    if (::connect(fd, reinterpret_cast<sockaddr*>(&remote), sizeof remote) != 0) {
-        ::close(fd);
+    const int fd = ConnectFromAddress(source, ProjectBlock::kRuntimePort);
+    if (fd < 0)
         return platform::TcpSocket();
-    }
     platform::TcpSocket socket(fd);
     socket.SetTimeouts(3000, 1000);
     return socket;

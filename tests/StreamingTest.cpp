@@ -41,13 +41,19 @@ int TestPort() {
     return 18000 + static_cast<int>(::getpid() % 1000) * 2;
 }
 
+// The address of a port of 127.0.0.1.
+sockaddr_in Loopback(int port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<uint16_t>(port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
+}
+
 // A DESCRIBE as a client sends it first; the whole answer, session description included.
 std::string Describe(int port, const std::string& name) {
     const int sock = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in to{};
-    to.sin_family = AF_INET;
-    to.sin_port = htons(static_cast<uint16_t>(port));
-    to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    sockaddr_in to = Loopback(port);
     std::string answer;
     if (::connect(sock, reinterpret_cast<sockaddr*>(&to), sizeof to) == 0) {
         const std::string request = "DESCRIBE rtsp://127.0.0.1:" + std::to_string(port) + "/" +
@@ -499,10 +505,7 @@ TEST(RtspService, ATakenPortLeavesTheServiceWaitingAndStreamsUnlisted) {
     const int port = TestPort() + 1;
     const int blocker = ::socket(AF_INET, SOCK_STREAM, 0);
     ASSERT_GE(blocker, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    sockaddr_in address = Loopback(port);
     ASSERT_EQ(::bind(blocker, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
     ASSERT_EQ(::listen(blocker, 1), 0);
 
@@ -525,18 +528,13 @@ TEST(RtspService, ABurstOfPlayersConnectsWithoutWaitingForARetry) {
     const int port = TestPort() + 2;
     RtspService service("127.0.0.1", port);
     service.Start();
-    for (int i = 0; i < 100 && !service.RtspRunning(); ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    ASSERT_TRUE(service.RtspRunning());
+    ASSERT_TRUE(WaitRunning(service));
     std::vector<int> sockets;
     int slow = 0;
     for (int i = 0; i < 200; ++i) {
         const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
         ASSERT_GE(fd, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<uint16_t>(port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        sockaddr_in address = Loopback(port);
         const auto started = std::chrono::steady_clock::now();
         EXPECT_EQ(::connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
         if (std::chrono::steady_clock::now() - started > std::chrono::milliseconds(900))

@@ -2,8 +2,11 @@
 
 #include "platform/FileSystem.h"
 
+#include <arpa/inet.h>
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -148,4 +151,21 @@ void FillAppFolder(const TempDir& folder, const std::string& builtAppDir) {
     platform::MakeDirectory(folder.File("templ"));
     platform::CopyFileOver(builtAppDir + "/templ/probematches_templ.xml",
                            folder.File("templ/probematches_templ.xml"));
+}
+
+int ConnectFromAddress(const char* source, int port) {
+    const int sock = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in from{};
+    from.sin_family = AF_INET;
+    ::inet_pton(AF_INET, source, &from.sin_addr);
+    ::bind(sock, reinterpret_cast<sockaddr*>(&from), sizeof from);
+    sockaddr_in to{};
+    to.sin_family = AF_INET;
+    to.sin_port = htons(static_cast<uint16_t>(port));
+    to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (::connect(sock, reinterpret_cast<sockaddr*>(&to), sizeof to) != 0) {
+        ::close(sock);
+        return -1;
+    }
+    return sock;
 }

@@ -69,3 +69,7 @@ std::string JournalOf(const std::string& libraryPath);
 void ClearJournal(const std::string& libraryPath);
 // Sets the script of a loaded test plug-in ("key=value" lines).
 void SetScript(const std::string& libraryPath, const std::string& script);
+
+// A TCP connection to a port of 127.0.0.1 from a chosen loopback address, as a client of that
+// address would come; -1 when refused.
+int ConnectFromAddress(const char* source, int port);
