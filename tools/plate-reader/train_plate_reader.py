@@ -216,6 +216,20 @@ def detector_target(boxes, size):
     return target, mask
 
 
+def _add_sample(patch, boxes, rng, degrade, xs, ts, ms):
+    """Mirrors half the patches (their boxes with them), degrades the patch and adds it with its
+    target; the random draws are taken in this order for every kind of patch."""
+    size = DETECTOR_PATCH
+    if rng.random() < 0.5:
+        patch = patch[:, ::-1].copy()
+        boxes = [(size - bx - bw, by, bw, bh) for bx, by, bw, bh in boxes]
+    patch = pdata.degrade(patch, rng, degrade)
+    target, mask = detector_target(boxes, size)
+    xs.append(patch)
+    ts.append(target)
+    ms.append(mask)
+
+
 def _detector_patches(args):
     seed, samples, backgrounds, count, european = args
     rng = np.random.default_rng(seed)
@@ -232,14 +246,7 @@ def _detector_patches(args):
         boxes = _boxes_inside([box], px, py, scale, size)
         for _ in range(int(rng.integers(0, 3))):
             _paste_synthetic(patch, rng, boxes, european)
-        if rng.random() < 0.5:
-            patch = patch[:, ::-1].copy()
-            boxes = [(size - bx - bw, by, bw, bh) for bx, by, bw, bh in boxes]
-        patch = pdata.degrade(patch, rng, 0.6)
-        target, mask = detector_target(boxes, size)
-        xs.append(patch)
-        ts.append(target)
-        ms.append(mask)
+        _add_sample(patch, boxes, rng, 0.6, xs, ts, ms)
     return xs, ts, ms
 
 
@@ -259,15 +266,7 @@ def _box_patches(args):
         width = float(np.clip(w * input_scale(grey.shape[1]) * np.exp(rng.uniform(-0.7, 1.0)), 12, 170))
         scale = width / w
         patch, px, py = _patch_around(grey, (x, y, w, h), scale, rng, size)
-        inside = _boxes_inside(boxes, px, py, scale, size)
-        if rng.random() < 0.5:
-            patch = patch[:, ::-1].copy()
-            inside = [(size - bx - bw, by, bw, bh) for bx, by, bw, bh in inside]
-        patch = pdata.degrade(patch, rng, 0.4)
-        target, mask = detector_target(inside, size)
-        xs.append(patch)
-        ts.append(target)
-        ms.append(mask)
+        _add_sample(patch, _boxes_inside(boxes, px, py, scale, size), rng, 0.4, xs, ts, ms)
     return xs, ts, ms
 
 
